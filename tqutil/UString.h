@@ -1,0 +1,164 @@
+#ifndef TQUTIL_USTRING_H
+#define TQUTIL_USTRING_H
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "tqutil/Export.h"
+
+namespace Orn {
+
+/// A text of UTF-16 code units, held by value and copied deeply.
+///
+///   UString text(u"caf\u00e9");
+///   text.append(u" au lait").append(static_cast<unsigned short>('!'));
+///   std::cout << text << '\n';                      // as UTF-8
+///   UString same = UString::from_utf8("caf\xc3\xa9 au lait!");
+///
+/// Positions, lengths and capacities count code units, not characters. Nothing is normalised and
+/// surrogates are not checked: a text may hold lone ones. A position beyond the end of the text
+/// raises std::out_of_range, a text of more than `max_length` units std::length_error, and a
+/// failed allocation std::bad_alloc; the text is then as it was. Wherever a pointer to a
+/// zero-terminated text is taken, the null pointer stands for the empty text.
+///
+/// Distinct objects may be used from distinct threads, and one object may be read from several,
+/// with one exception: `utf8_str()` writes to a buffer of its object.
+class TQUTIL_API UString {
+ public:
+  using unit_type = unsigned short;
+  using string_type = std::basic_string<unit_type>;
+
+  /// What `find` returns when there is nothing to find, and as a count: all the rest.
+  static constexpr unsigned int npos = ~0U;
+  /// The longest text, in code units.
+  static constexpr unsigned int max_length = npos - 1;
+
+  /// An empty text.
+  UString() noexcept = default;
+  /// A copy of a zero-terminated text.
+  UString(unit_type const* text);
+  UString(char16_t const* text);
+  /// A copy of the first `length` units of `text`, which may hold U+0000.
+  UString(char16_t const* text, std::size_t length);
+  /// A copy of a standard string of 16-bit units.
+  UString(string_type const& text);
+
+  UString(UString const& other) = default;
+  UString(UString&& other) noexcept = default;
+  UString& operator=(UString const& other) = default;
+  UString& operator=(UString&& other) noexcept = default;
+  ~UString() = default;
+
+  /// The text of `utf8`. Raises EncodingException, which names the byte, when it is ill-formed.
+  static UString from_utf8(std::string_view utf8);
+
+  UString& assign(UString const& other);
+
+  /// Appending costs time in proportion to what is appended, averaged over many calls, whatever
+  /// calls of `reserve` stand between them. A text may be appended to itself.
+  UString& append(UString const& other);
+  UString& append(unit_type const* text);
+  UString& append(char16_t const* text);
+  UString& append(char16_t const* text, std::size_t length);
+  UString& append(unit_type unit);
+
+  /// Inserts `other` in front of the unit at `pos`; `pos` may be the length.
+  UString& insert(unsigned int pos, UString const& other);
+  /// Puts `other` in the place of the `n` units from `pos` on, or of as many as there are.
+  UString& replace(unsigned int pos, unsigned int n, UString const& other);
+  /// Removes the `n` units from `pos` on, or as many as there are.
+  UString& erase(unsigned int pos, unsigned int n);
+  /// Makes the text empty and keeps its capacity.
+  void clear() noexcept;
+
+  /// Makes room for at least `units` code units in all. When that means growing, the capacity at
+  /// least doubles, so that requests which rise by a constant do not copy the text each time.
+  void reserve(unsigned int units);
+  /// How many code units fit without a further allocation; never less than was reserved.
+  unsigned int capacity() const noexcept;
+
+  unsigned int length() const noexcept;
+  bool empty() const noexcept;
+  /// The units, with a zero unit behind the last. Good until the text is next changed.
+  unit_type const* data() const noexcept;
+  /// The unit at `pos`, which must be at most the length (where the closing zero stands).
+  unit_type operator[](unsigned int pos) const noexcept;
+
+  /// The first position at or after `from`, or `npos`. An empty text is found at `from` itself,
+  /// unless that is beyond the end.
+  unsigned int find(UString const& wanted, unsigned int from) const noexcept;
+  unsigned int find(unit_type wanted, unsigned int from) const noexcept;
+  /// The `n` units from `pos` on, or as many as there are.
+  UString substr(unsigned int pos, unsigned int n) const;
+
+  /// Negative, 0 or positive as this text sorts before, with or after the other by code units.
+  int compare(UString const& other) const noexcept;
+  int compare(char16_t const* other) const noexcept;
+
+  /// The text in UTF-8, zero-terminated, each lone surrogate as U+FFFD. Good until the next
+  /// `utf8_str()` of the same object, or its destruction; changing the text does not change it.
+  char const* utf8_str() const;
+  /// The same as a string of its own, which also carries U+0000. Leaves the object untouched.
+  std::string to_utf8() const;
+
+  /// A UString on the heap lives in ICU's memory. Raise std::bad_alloc when there is none left.
+  static void* operator new(std::size_t size);
+  static void* operator new[](std::size_t size);
+  static void* operator new(std::size_t size, void* place) noexcept;
+  static void* operator new(std::size_t size, std::nothrow_t const&) noexcept;
+  static void operator delete(void* block) noexcept;
+  static void operator delete[](void* block) noexcept;
+  static void operator delete(void* block, void* place) noexcept;
+  static void operator delete(void* block, std::nothrow_t const&) noexcept;
+
+ private:
+  /// Holds what utf8_str() returned last. A copy of a text starts without one.
+  class Utf8Buffer {
+   public:
+    Utf8Buffer() noexcept = default;
+    Utf8Buffer(Utf8Buffer const&) noexcept {}
+    Utf8Buffer(Utf8Buffer&&) noexcept = default;
+    Utf8Buffer& operator=(Utf8Buffer const&) noexcept { return *this; }
+    Utf8Buffer& operator=(Utf8Buffer&&) noexcept = default;
+    ~Utf8Buffer() = default;
+
+    char const* hold(std::string&& bytes);
+
+   private:
+    std::unique_ptr<std::string> bytes_;
+  };
+
+  void make_room_for(std::size_t more);
+
+  string_type text_;
+  mutable Utf8Buffer utf8_;
+};
+
+inline bool operator==(UString const& a, UString const& b) noexcept {
+  return a.length() == b.length() && a.compare(b) == 0;
+}
+inline bool operator!=(UString const& a, UString const& b) noexcept { return !(a == b); }
+inline bool operator<(UString const& a, UString const& b) noexcept { return a.compare(b) < 0; }
+
+inline bool operator==(UString const& a, char16_t const* b) noexcept { return a.compare(b) == 0; }
+inline bool operator==(char16_t const* a, UString const& b) noexcept { return b == a; }
+inline bool operator!=(UString const& a, char16_t const* b) noexcept { return !(a == b); }
+inline bool operator!=(char16_t const* a, UString const& b) noexcept { return !(b == a); }
+inline bool operator<(UString const& a, char16_t const* b) noexcept { return a.compare(b) < 0; }
+inline bool operator<(char16_t const* a, UString const& b) noexcept { return b.compare(a) > 0; }
+
+/// Writes the text as UTF-8, as `UString::to_utf8()` gives it; field width and fill apply.
+TQUTIL_API std::ostream& operator<<(std::ostream& out, UString const& text);
+
+}  // namespace Orn
+
+template <>
+struct std::hash<Orn::UString> {
+  TQUTIL_API std::size_t operator()(Orn::UString const& text) const noexcept;
+};
+
+#endif

@@ -1,0 +1,64 @@
+#ifndef TQUTIL_XMLTAG_H
+#define TQUTIL_XMLTAG_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "tqutil/Export.h"
+#include "tqutil/UString.h"
+
+namespace Orn {
+
+/// One entry of the tag registry: an element or attribute name that programs may use.
+///
+///   XmlTag const& tag = XmlTag::lookup(orders::line);       // by number
+///   XmlTag wanted(u"urn:example:orders", u"line");
+///   XmlTag::Id id = XmlTag::lookup(wanted).id();            // by name
+///
+/// The registry is filled by vocabularies (tqutil/Vocabulary.h) while the program is loaded,
+/// lives as long as the process, and may be read from any number of threads once loaded. Looking
+/// up takes constant time and allocates nothing.
+class TQUTIL_API XmlTag {
+ public:
+  /// The number of a tag. 0 means no tag; which others exist is up to the vocabularies.
+  enum Id : std::int32_t {};
+  /// The number of a namespace. 0 is no namespace, whose URI is the empty text.
+  enum NsId : std::int32_t {};
+
+  static constexpr Id NO_TAG{0};
+  static constexpr NsId NO_NS{0};
+
+  /// A temporary tag to be looked up; its ids are 0.
+  XmlTag(UString const& ns_uri, UString const& simple_name);
+
+  /// The entry with that number. Raises TagException naming the number when there is none.
+  static XmlTag const& lookup(Id id);
+  /// The entry with the namespace URI and the simple name of `tag`; without such an entry the
+  /// vocabularies' catch-all tag. Raises TagException naming both when there is neither.
+  static XmlTag const& lookup(XmlTag& tag);
+  /// The same for names that are at hand as plain UTF-16; no temporary tag is built.
+  static XmlTag const& lookup(std::u16string_view ns_uri, std::u16string_view simple_name);
+  /// The URI of a namespace. Raises TagException naming the number when there is none.
+  static UString const& ns_URI(NsId ns);
+
+  Id id() const noexcept { return id_; }
+  NsId ns_id() const noexcept { return ns_id_; }
+  UString const& ns() const noexcept { return ns_; }
+  UString const& simple_name() const noexcept { return simple_name_; }
+
+  /// `{URI}name` for messages; just `name` for a tag without a namespace.
+  UString to_string() const;
+
+ private:
+  friend class Registry;
+  XmlTag(Id id, NsId ns_id, UString const& ns_uri, UString const& simple_name);
+
+  UString ns_;
+  UString simple_name_;
+  NsId ns_id_ = NO_NS;
+  Id id_ = NO_TAG;
+};
+
+}  // namespace Orn
+
+#endif

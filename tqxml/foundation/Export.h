@@ -1,0 +1,7 @@
+#ifndef TQXML_FOUNDATION_EXPORT_H
+#define TQXML_FOUNDATION_EXPORT_H
+
+/// Marks what libtqxml.so offers to its users; everything else stays hidden in the library.
+#define TQXML_API __attribute__((visibility("default")))
+
+#endif
