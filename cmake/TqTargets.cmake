@@ -1,0 +1,71 @@
+# What every target of this project has in common.
+
+# Only a top-level build may choose this for the whole process tree.
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+if(PROJECT_IS_TOP_LEVEL)
+  # -O2 rather than CMake's -O3; -DNDEBUG stays.
+  string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
+endif()
+
+function(tq_common_options target)
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(
+    ${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN
+                                                                         ON)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion
+                                           $<$<BOOL:${TQXML_WERROR}>:-Werror>)
+  if(TQXML_SANITIZE)
+    set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_options(${target} PRIVATE ${sanitize})
+    target_link_options(${target} PRIVATE ${sanitize})
+  endif()
+endfunction()
+
+# A shared library of this project: tq_add_library(name sources...).
+function(tq_add_library name)
+  tq_written_sources(sources ${ARGN})
+  add_library(${name} SHARED ${sources})
+  add_library(${name}::${name} ALIAS ${name})
+  tq_common_options(${name})
+  set_target_properties(
+    ${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+                       VERIFY_INTERFACE_HEADER_SETS ON)
+  target_compile_options(${name} PRIVATE -fno-semantic-interposition)
+  target_link_options(${name} PRIVATE -Wl,-z,relro,-z,now)
+  # The library finds its neighbour wherever the installed tree is put.
+  set_property(TARGET ${name} PROPERTY INSTALL_RPATH "$ORIGIN")
+  if(NOT TQXML_SANITIZE)
+    # The sanitizers' own functions come from the executable.
+    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+  endif()
+  tq_export_only_own_symbols(${name})
+endfunction()
+
+# Those of the planned sources that are there; goes away when all of them are.
+function(tq_written_sources result)
+  set(written "")
+  foreach(source IN LISTS ARGN)
+    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+      list(APPEND written "${source}")
+    else()
+      message(WARNING "${source} is not written yet: left out")
+    endif()
+  endforeach()
+  set(${result} ${written} PARENT_SCOPE)
+endfunction()
+
+# Visibility alone leaves the standard library's template instances exported, for their namespace
+# is declared with default visibility.
+function(tq_export_only_own_symbols name)
+  set(script "${PROJECT_SOURCE_DIR}/cmake/exported-symbols.map")
+  target_link_options(${name} PRIVATE "LINKER:--version-script=${script}")
+  set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS "${script}")
+endfunction()
+
+# ICU's character type, chosen to be the code unit of UString.
+function(tq_use_icu target)
+  target_link_libraries(${target} PRIVATE ICU::uc)
+  target_compile_definitions(${target} PRIVATE UCHAR_TYPE=uint16_t)
+endfunction()

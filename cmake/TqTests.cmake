@@ -1,0 +1,12 @@
+# tq_add_test(name sources...): a GoogleTest executable whose tests are each known to ctest.
+function(tq_add_test name)
+  if(NOT ARGN)
+    message(WARNING "${name} has no sources yet: left out")
+    return()
+  endif()
+  add_executable(${name} ${ARGN})
+  tq_common_options(${name})
+  target_link_libraries(${name} PRIVATE tq_test_support GTest::gmock_main)
+  # At test time, not after the link: a test that can't start fails a test run, not the build.
+  gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120)
+endfunction()
