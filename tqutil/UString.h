@@ -5,6 +5,7 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -132,7 +133,7 @@ class TQUTIL_API UString {
     std::unique_ptr<std::string> bytes_;
   };
 
-  void make_room_for(std::size_t more);
+  void check_room_for(std::size_t more) const;
 
   string_type text_;
   mutable Utf8Buffer utf8_;

@@ -1,0 +1,184 @@
+#include "tqutil/UString.h"
+
+#include <unicode/uobject.h>
+#include <unicode/ustring.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+
+#include "tqutil/Utf8.h"
+
+namespace Orn {
+namespace {
+
+std::size_t length_of(UString::unit_type const* text) {
+  return text == nullptr ? 0 : static_cast<std::size_t>(u_strlen(text));
+}
+
+std::size_t length_of(char16_t const* text) {
+  return text == nullptr ? 0 : std::char_traits<char16_t>::length(text);
+}
+
+unsigned int position(std::size_t found) {
+  return found == UString::string_type::npos ? UString::npos : static_cast<unsigned int>(found);
+}
+
+// A count that reaches to the end, whatever the word size says is "all the rest".
+std::size_t count(unsigned int n) { return n == UString::npos ? UString::string_type::npos : n; }
+
+void* not_null(void* block) {
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+}  // namespace
+
+UString::UString(unit_type const* text) { append(text); }
+UString::UString(char16_t const* text) { append(text); }
+UString::UString(char16_t const* text, std::size_t length) { append(text, length); }
+UString::UString(string_type const& text) {
+  check_room_for(text.size());
+  text_ = text;
+}
+
+UString UString::from_utf8(std::string_view utf8) { return utf8_to_utf16(utf8); }
+
+UString& UString::assign(UString const& other) { return *this = other; }
+
+UString& UString::append(UString const& other) {
+  check_room_for(other.text_.size());
+  text_.append(other.text_);
+  return *this;
+}
+
+UString& UString::append(unit_type const* text) {
+  std::size_t const length = length_of(text);
+  check_room_for(length);
+  if (length != 0) text_.append(text, length);
+  return *this;
+}
+
+UString& UString::append(char16_t const* text) { return append(text, length_of(text)); }
+
+UString& UString::append(char16_t const* text, std::size_t length) {
+  if (length == 0) return *this;
+  check_room_for(length);
+  std::size_t const old_length = text_.size();
+  text_.resize(old_length + length);
+  // char16_t and our unit are distinct types of one representation.
+  std::memcpy(&text_[old_length], text, length * sizeof(unit_type));
+  return *this;
+}
+
+UString& UString::append(unit_type unit) {
+  check_room_for(1);
+  text_.push_back(unit);
+  return *this;
+}
+
+UString& UString::insert(unsigned int pos, UString const& other) {
+  check_room_for(other.text_.size());
+  text_.insert(pos, other.text_);
+  return *this;
+}
+
+UString& UString::replace(unsigned int pos, unsigned int n, UString const& other) {
+  check_room_for(other.text_.size());
+  text_.replace(pos, count(n), other.text_);
+  return *this;
+}
+
+UString& UString::erase(unsigned int pos, unsigned int n) {
+  text_.erase(pos, count(n));
+  return *this;
+}
+
+void UString::clear() noexcept { text_.clear(); }
+
+void UString::reserve(unsigned int units) {
+  if (units <= capacity()) return;
+  if (units > max_length) throw std::length_error("UString::reserve");
+  std::size_t const doubled = std::min<std::size_t>(std::size_t{capacity()} * 2, max_length);
+  text_.reserve(std::max<std::size_t>(units, doubled));
+}
+
+unsigned int UString::capacity() const noexcept {
+  return static_cast<unsigned int>(std::min<std::size_t>(text_.capacity(), max_length));
+}
+
+unsigned int UString::length() const noexcept { return static_cast<unsigned int>(text_.size()); }
+bool UString::empty() const noexcept { return text_.empty(); }
+UString::unit_type const* UString::data() const noexcept { return text_.c_str(); }
+UString::unit_type UString::operator[](unsigned int pos) const noexcept { return text_[pos]; }
+
+unsigned int UString::find(UString const& wanted, unsigned int from) const noexcept {
+  return position(text_.find(wanted.text_, from));
+}
+
+unsigned int UString::find(unit_type wanted, unsigned int from) const noexcept {
+  return position(text_.find(wanted, from));
+}
+
+UString UString::substr(unsigned int pos, unsigned int n) const {
+  return text_.substr(pos, count(n));
+}
+
+int UString::compare(UString const& other) const noexcept { return text_.compare(other.text_); }
+
+int UString::compare(char16_t const* other) const noexcept {
+  if (other == nullptr) return text_.empty() ? 0 : 1;
+  for (unit_type const unit : text_) {
+    if (*other == 0) return 1;
+    if (unit != *other) return unit < *other ? -1 : 1;
+    ++other;
+  }
+  return *other == 0 ? 0 : -1;
+}
+
+char const* UString::utf8_str() const { return utf8_.hold(to_utf8()); }
+
+std::string UString::to_utf8() const { return utf16_to_utf8(text_.data(), text_.size()); }
+
+// ICU's operators give null where C++ promises an exception.
+void* UString::operator new(std::size_t size) { return not_null(icu::UMemory::operator new(size)); }
+void* UString::operator new[](std::size_t size) {
+  return not_null(icu::UMemory::operator new[](size));
+}
+void* UString::operator new(std::size_t, void* place) noexcept { return place; }
+void* UString::operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  return icu::UMemory::operator new(size);
+}
+void UString::operator delete(void* block) noexcept { icu::UMemory::operator delete(block); }
+void UString::operator delete[](void* block) noexcept { icu::UMemory::operator delete[](block); }
+void UString::operator delete(void*, void*) noexcept {}
+void UString::operator delete(void* block, std::nothrow_t const&) noexcept {
+  icu::UMemory::operator delete(block);
+}
+
+char const* UString::Utf8Buffer::hold(std::string&& bytes) {
+  if (bytes_ == nullptr) {
+    bytes_ = std::make_unique<std::string>(std::move(bytes));
+  } else {
+    *bytes_ = std::move(bytes);
+  }
+  return bytes_->c_str();
+}
+
+// Raises when the text would become too long. The string itself sees to the room, and grows
+// geometrically.
+void UString::check_room_for(std::size_t more) const {
+  if (more > max_length - text_.size()) throw std::length_error("UString is too long");
+}
+
+std::ostream& operator<<(std::ostream& out, UString const& text) { return out << text.to_utf8(); }
+
+}  // namespace Orn
+
+std::size_t std::hash<Orn::UString>::operator()(Orn::UString const& text) const noexcept {
+  std::string_view const bytes(reinterpret_cast<char const*>(text.data()),
+                               text.length() * sizeof(Orn::UString::unit_type));
+  return std::hash<std::string_view>()(bytes);
+}

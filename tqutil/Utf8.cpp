@@ -1,0 +1,137 @@
+#include "tqutil/Utf8.h"
+
+#include <unicode/ustring.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <type_traits>
+
+#include "tqutil/UtilCatalogue.h"
+#include "tqutil/UtilExceptions.h"
+
+namespace Orn {
+namespace {
+
+using Unit = unsigned short;
+using UnitString = std::basic_string<Unit>;
+
+static_assert(std::is_same_v<UChar, Unit>, "ICU must be used with UCHAR_TYPE=uint16_t");
+
+constexpr char32_t REPLACEMENT = 0xFFFD;
+
+// ICU counts in 32 bits, so long texts go through it in pieces.
+constexpr std::size_t MAX_PIECE = std::size_t{1} << 20;
+constexpr std::size_t MAX_UTF16_PIECE = 4096;
+
+// The most bytes that a UTF-16 unit becomes.
+constexpr std::size_t MAX_EXPANSION = 3;
+
+// Copies the ASCII units that `text` begins with, a byte each, and returns their number. The inner
+// loops have a fixed length so that the compiler turns them into vector instructions.
+std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
+  constexpr std::size_t BLOCK = 32;
+  std::size_t done = 0;
+  for (; done + BLOCK <= length; done += BLOCK) {
+    Unit seen = 0;
+    for (std::size_t i = 0; i < BLOCK; ++i) seen = static_cast<Unit>(seen | text[done + i]);
+    if (seen > 0x7F) break;
+    for (std::size_t i = 0; i < BLOCK; ++i) bytes[done + i] = static_cast<char>(text[done + i]);
+  }
+  for (; done < length && text[done] <= 0x7F; ++done) bytes[done] = static_cast<char>(text[done]);
+  return done;
+}
+
+// How many units ICU is to convert before packing is worth another try: up to the next stretch of
+// ASCII, and never between the two halves of a surrogate pair.
+std::size_t non_ascii_piece(Unit const* text, std::size_t length) {
+  constexpr std::size_t ASCII_STRETCH = 16;
+  std::size_t const limit = std::min(length, MAX_UTF16_PIECE);
+  std::size_t stretch = 0;
+  for (std::size_t i = 0; i < limit; ++i) {
+    stretch = text[i] <= 0x7F ? stretch + 1 : 0;
+    if (stretch == ASCII_STRETCH) return i + 1 - ASCII_STRETCH;
+  }
+  return limit < length && U16_IS_LEAD(text[limit - 1]) ? limit + 1 : limit;
+}
+
+std::size_t convert_piece(Unit const* text, std::size_t length, char* bytes) {
+  std::int32_t written = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF8WithSub(bytes, static_cast<std::int32_t>(length * MAX_EXPANSION), &written, text,
+                     static_cast<std::int32_t>(length), REPLACEMENT, nullptr, &status);
+  return static_cast<std::size_t>(written);
+}
+
+// The longest beginning of `utf8` that ends with a whole sequence and is not too long for ICU.
+std::string_view utf8_piece(std::string_view utf8) {
+  if (utf8.size() <= MAX_PIECE) return utf8;
+  std::size_t end = MAX_PIECE;
+  while (end > MAX_PIECE - U8_MAX_LENGTH && U8_IS_TRAIL(utf8[end])) --end;
+  return utf8.substr(0, end);
+}
+
+// U8_NEXT narrows without a cast.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
+
+// The offset of the first sequence in `utf8` that is not UTF-8.
+std::int32_t ill_formed_offset(std::string_view utf8) {
+  auto const length = static_cast<std::int32_t>(utf8.size());
+  std::int32_t next = 0;
+  while (next < length) {
+    std::int32_t const start = next;
+    UChar32 character = 0;
+    U8_NEXT(utf8.data(), next, length, character);
+    if (character < 0) return start;
+  }
+  return length;
+}
+
+#pragma GCC diagnostic pop
+
+}  // namespace
+
+std::string utf16_to_utf8(unsigned short const* text, std::size_t length) {
+  std::string bytes(length, '\0');
+  std::size_t filled = 0;
+  std::size_t done = 0;
+  // There is always room for a byte for each unit that is left.
+  while (done < length) {
+    std::size_t const packed = pack_ascii(text + done, length - done, bytes.data() + filled);
+    done += packed;
+    filled += packed;
+    if (done == length) break;
+    std::size_t const piece = non_ascii_piece(text + done, length - done);
+    std::size_t const room = filled + piece * MAX_EXPANSION + (length - done - piece);
+    if (room > bytes.size()) bytes.resize(room);
+    filled += convert_piece(text + done, piece, bytes.data() + filled);
+    done += piece;
+  }
+  bytes.resize(filled);
+  return bytes;
+}
+
+UnitString utf8_to_utf16(std::string_view utf8) {
+  UnitString text;
+  text.reserve(utf8.size());
+  std::size_t done = 0;
+  while (done < utf8.size()) {
+    std::string_view const piece = utf8_piece(utf8.substr(done));
+    auto const piece_length = static_cast<std::int32_t>(piece.size());
+    std::size_t const filled = text.size();
+    text.resize(filled + piece.size());
+    std::int32_t written = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strFromUTF8(&text[filled], piece_length, &written, piece.data(), piece_length, &status);
+    if (U_FAILURE(status) != 0) {
+      raise_util<EncodingException>(UtilCatalogue::ILL_FORMED_UTF8,
+                                    static_cast<long>(done) + ill_formed_offset(piece));
+    }
+    text.resize(filled + static_cast<std::size_t>(written));
+    done += piece.size();
+  }
+  return text;
+}
+
+}  // namespace Orn
