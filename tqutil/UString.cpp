@@ -54,6 +54,12 @@ UString& UString::append(UString const& other) {
   return *this;
 }
 
+UString& UString::append(UString const& other, unsigned int pos, unsigned int n) {
+  check_room_for(std::min<std::size_t>(n, other.text_.size()));
+  text_.append(other.text_, pos, count(n));
+  return *this;
+}
+
 UString& UString::append(unit_type const* text) {
   std::size_t const length = length_of(text);
   check_room_for(length);

@@ -62,6 +62,8 @@ class TQUTIL_API UString {
   /// Appending costs time in proportion to what is appended, averaged over many calls, whatever
   /// calls of `reserve` stand between them. A text may be appended to itself.
   UString& append(UString const& other);
+  /// Appends the `n` units of `other` from `pos` on, or as many as there are.
+  UString& append(UString const& other, unsigned int pos, unsigned int n);
   UString& append(unit_type const* text);
   UString& append(char16_t const* text);
   UString& append(char16_t const* text, std::size_t length);

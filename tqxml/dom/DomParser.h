@@ -69,7 +69,6 @@ class TQXML_API DomParser {
 
  private:
   void make_parser();
-  void reset();
   void parse();
 
   static UString const XMLNS_NAMESPACE;

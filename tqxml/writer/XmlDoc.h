@@ -174,16 +174,16 @@ class TQXML_API XmlDoc {
 
   void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
   void begin_leaf(XmlTag::Id tag, bool default_ns);
-  void begin_start_tag(XmlTag::Id tag, QualifiedName const& name);
   void open_start_tag();
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
   void add_indent();
-  void add_markup(UString const& opening, UString const& text, UString const& closing);
+  void add_bracketed(UString const& opening, UString const& text, UString const& closing);
 
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
   UString const& ns_prefix(XmlTag const& tag, bool default_ns);
   void add_tag(QualifiedName const& name);
+  void add_qualified(QualifiedName const& name);
   UString next_prefix();
   void insert_ns_decls();
   static void add_ns_attr(UString& dest, UString const& uri, UString const& prefix);

@@ -1,0 +1,89 @@
+#include "tqxml/dom/DomParser.h"
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+
+#include "tqxml/foundation/Raise.h"
+#include "tqxml/foundation/XercesStart.h"
+#include "tqxml/foundation/XercesText.h"
+#include "tqxml/writer/XmlDoc.h"
+
+namespace Orn {
+
+UString const DomParser::XMLNS_NAMESPACE(u"http://www.w3.org/2000/xmlns/");
+
+namespace {
+
+bool const g_initialized_ok = start_xerces();
+
+constexpr char SYSTEM_ID[] = "some-fake-system-id???";
+
+}  // namespace
+
+DomParser::DomParser() : DomParser(std::string()) {}
+
+DomParser::DomParser(std::string const& text) : xml_doc_text(text) {
+  make_parser();
+  check_xerces_started(g_initialized_ok);
+}
+
+DomParser::DomParser(XmlDoc const& doc) : DomParser(doc.byte_array()) {}
+
+DomParser::~DomParser() = default;
+
+DomParser& DomParser::operator=(DomParser const& other) {
+  set_xml_doc_text(other.xml_doc_text);
+  return *this;
+}
+
+void DomParser::set_xml_doc_text(std::string const& text) {
+  if (!xml_doc_text.empty() && parser->getDocument() != nullptr) {
+    make_parser();
+    error_handler.reset();
+  }
+  xml_doc_text = text;
+}
+
+void DomParser::make_parser() {
+  // Without a memory manager Xerces has not got far enough in its initialisation to make anything.
+  if (xercesc::XMLPlatformUtils::fgMemoryManager == nullptr) return;
+  parser = std::make_unique<xercesc::XercesDOMParser>(
+      nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+}
+
+DomParser::Elem DomParser::root() {
+  if (parser->getDocument() == nullptr) parse();
+  return Elem(parser->getDocument()->getDocumentElement());
+}
+
+void DomParser::parse() {
+  xercesc::MemBufInputSource const source(
+      reinterpret_cast<XMLByte const*>(xml_doc_text.data()), xml_doc_text.size(), SYSTEM_ID, false,
+      xercesc::XMLPlatformUtils::fgMemoryManager);
+  parser->setDoNamespaces(true);
+  parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+  // Its fatalError throws what it is given, and the rest of it does nothing.
+  auto handler = std::make_unique<xercesc::HandlerBase>();
+  parser->setErrorHandler(handler.get());
+  error_handler = std::move(handler);
+  try {
+    parser->parse(source);
+  } catch (xercesc::XMLException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_XML_EXCEPTION, static_cast<std::int32_t>(e.getCode()),
+                            static_cast<std::int32_t>(e.getSrcLine()), to_ustring(e.getMessage()));
+  } catch (xercesc::DOMException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_DOM_EXCEPTION, static_cast<std::int32_t>(e.code),
+                            to_ustring(e.getMessage()));
+  } catch (xercesc::SAXParseException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_SAX_PARSE_EXCEPTION,
+                            static_cast<long>(e.getLineNumber()),
+                            static_cast<long>(e.getColumnNumber()), to_ustring(e.getMessage()));
+  } catch (...) {
+    raise<RuntimeException>(Catalogue::UNRECOGNIZED_XERCES_EXCEPTION);
+  }
+}
+
+}  // namespace Orn

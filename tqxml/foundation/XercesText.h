@@ -1,0 +1,31 @@
+#ifndef TQXML_FOUNDATION_XERCESTEXT_H
+#define TQXML_FOUNDATION_XERCESTEXT_H
+
+#include <string_view>
+#include <type_traits>
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "tqutil/UString.h"
+#include "tqutil/XmlTag.h"
+
+namespace Orn {
+
+// The one place that knows how the parser keeps text: zero-terminated, of char16_t, with the null
+// pointer for a text that is absent.
+
+static_assert(std::is_same_v<XMLCh, char16_t>, "Xerces-C++ must be built with char16_t for XMLCh");
+
+inline std::u16string_view view(XMLCh const* text) {
+  return text == nullptr ? std::u16string_view() : std::u16string_view(text);
+}
+
+inline UString to_ustring(XMLCh const* text) { return UString(text); }
+
+/// The registry entry of a name as the parser reports it.
+inline XmlTag const& lookup(XMLCh const* ns_uri, XMLCh const* local_name) {
+  return XmlTag::lookup(view(ns_uri), view(local_name));
+}
+
+}  // namespace Orn
+
+#endif

@@ -1,0 +1,201 @@
+#include "tqxml/writer/XmlDoc.h"
+
+#include <algorithm>
+
+#include "tqxml/foundation/Raise.h"
+#include "tqxml/writer/Escape.h"
+#include "tqxml/writer/MarkupText.h"
+
+// The core of the writer: the life cycle of a document, elements, attributes, text and output. What
+// else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp.
+
+namespace Orn {
+namespace {
+
+// Code units: room made when a document begins, and by which it grows when a start tag finds less
+// than the least spare room.
+constexpr unsigned int ROOM = 2048;
+constexpr unsigned int LEAST_SPARE_ROOM = 100;
+
+}  // namespace
+
+XmlDoc::XmlDoc() = default;
+XmlDoc::XmlDoc(XmlTag::Id root) { start_doc(root); }
+XmlDoc::XmlDoc(XmlDoc const& other) = default;
+XmlDoc& XmlDoc::operator=(XmlDoc const& other) = default;
+XmlDoc::~XmlDoc() = default;
+
+void XmlDoc::set_indented_format() { indented = true; }
+
+void XmlDoc::next_state() {
+  if (state == DOC_CLOSED) raise<StateException>(Catalogue::ALREADY_CLOSED);
+  if (state > DOC_CLOSED) raise<StateException>(Catalogue::UNRECOGNIZED_STATE);
+  ++state;
+}
+
+void XmlDoc::start_doc(XmlTag::Id root) {
+  // The tag is looked up before anything is written: an unknown one leaves a fresh document fresh.
+  bool const opens_root = root != XmlTag::NO_TAG && state <= DOC_STARTED;
+  if (opens_root) XmlTag::lookup(root);
+  if (state == DOC_INITIAL) {
+    out.reserve(ROOM);
+    next_state();
+    add_xml_decl(markup::DEFAULT_ENCODING);
+  }
+  if (!opens_root) return;
+  next_state();
+  root_tag = push_elem(root, false);
+  ns_insert_pos = out.length();
+}
+
+void XmlDoc::start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns) {
+  if (state > DOC_STARTED) {
+    check_start_tag_allowed();
+    QualifiedName const name = qualify(tag, default_ns);
+    open_start_tag();
+    add_tag(name);
+    tags.push_back(tag);
+  } else {
+    start_doc(tag);
+  }
+}
+
+// The start tag of an element that is written whole. Without a tag it would have nothing to close.
+void XmlDoc::begin_leaf(XmlTag::Id tag, bool default_ns) {
+  if (state <= DOC_STARTED) XmlTag::lookup(tag);
+  start_doc_or_begin_start_tag(tag, default_ns);
+}
+
+void XmlDoc::check_start_tag_allowed() const {
+  if (state != DOC_STARTED && state != DOC_ROOT_OPEN) {
+    raise<StateException>(Catalogue::START_TAG_DISALLOWED);
+  }
+}
+
+void XmlDoc::open_start_tag() {
+  check_start_tag_allowed();
+  close_start_tag();
+  if (out.capacity() - out.length() < LEAST_SPARE_ROOM) out.reserve(out.capacity() + ROOM);
+  add_indent();
+  out.append(markup::START_TAG_BEGIN);
+  start_tag_open = true;
+  after_start_tag = true;
+}
+
+void XmlDoc::close_start_tag() {
+  if (!start_tag_open) return;
+  out.append(markup::START_TAG_END);
+  start_tag_open = false;
+}
+
+void XmlDoc::add_indent() {
+  if (!indented || state == DOC_STARTED) return;
+  out.append(markup::LINE_FEED);
+  for (std::size_t depth = tags.size(); depth > 0; --depth) out.append(markup::INDENT);
+}
+
+XmlTag::Id XmlDoc::push_elem(XmlTag::Id tag, bool default_ns) {
+  start_doc_or_begin_start_tag(tag, default_ns);
+  return tag;
+}
+
+void XmlDoc::pop_elem(XmlTag::Id tag) { do_pop_elem(tag); }
+
+void XmlDoc::do_pop_elem(XmlTag::Id tag) {
+  if (tags.empty() || (tag != XmlTag::NO_TAG && tag != tags.back())) {
+    raise<StateException>(Catalogue::POPPED_ELEMENT_MISMATCH);
+  }
+  XmlTag const& popped = XmlTag::lookup(tags.back());
+  tags.pop_back();
+  close_start_tag();
+  if (!after_start_tag) add_indent();
+  out.append(markup::END_TAG_BEGIN);
+  after_start_tag = false;
+  add_qualified({popped, ns_prefix(popped, true)});
+  out.append(markup::END_TAG_END);
+  if (!tags.empty()) return;
+  next_state();
+  if (indented) out.append(markup::LINE_FEED);
+}
+
+void XmlDoc::add_elem(XmlTag::Id tag, bool default_ns) {
+  begin_leaf(tag, default_ns);
+  out.append(markup::EMPTY_TAG_END);
+  tags.pop_back();
+  start_tag_open = false;
+  after_start_tag = false;
+  if (tags.empty()) next_state();
+}
+
+void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
+  if (text.empty()) {
+    add_elem(tag, false);
+    return;
+  }
+  begin_leaf(tag, false);
+  append_elem_body(text, do_escape);
+  do_pop_elem(tag);
+}
+
+void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
+  if (!start_tag_open) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_ATTRIBUTE);
+  QualifiedName const qualified = qualify(name, false);
+  out.append(markup::BLANK);
+  add_tag(qualified);
+  out.append(markup::VALUE_BEGIN).append(value).append(markup::VALUE_END);
+}
+
+void XmlDoc::add_attr(XmlTag::Id name, long value) {
+  add_attr(name, UString::from_utf8(std::to_string(value)));
+}
+
+void XmlDoc::append_elem_body(UString const& text, bool do_escape) {
+  if (tags.empty()) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_BODY);
+  close_start_tag();
+  if (do_escape) {
+    append_escaped(out, text);
+  } else {
+    out.append(text);
+  }
+}
+
+void XmlDoc::close() {
+  if (state == DOC_INITIAL) {
+    state = DOC_CLOSED;
+    return;
+  }
+  if (state == DOC_ROOT_OPEN) {
+    if (tags.back() != root_tag) raise<StateException>(Catalogue::ACTIVE_PUSHED_ELEMENTS);
+    pop_elem(root_tag);
+  }
+  if (state != DOC_CLOSE_PENDING) raise<StateException>(Catalogue::NOT_CLOSE_PENDING);
+  insert_ns_decls();
+  next_state();
+}
+
+void XmlDoc::check_doc_closed() const {
+  if (state != DOC_CLOSED) raise<StateException>(Catalogue::CLOSE_NOT_CALLED);
+}
+
+UString XmlDoc::str() const {
+  check_doc_closed();
+  return out;
+}
+
+std::string XmlDoc::byte_array() const {
+  check_doc_closed();
+  std::string bytes = out.to_utf8();
+  bytes.resize(std::min(bytes.find('\0'), bytes.size()));
+  return bytes;
+}
+
+UString XmlDoc::inc_str() {
+  if (state == DOC_INITIAL) raise<StateException>(Catalogue::NOT_STARTED);
+  close_start_tag();
+  insert_ns_decls();
+  UString piece = out;
+  out.clear();
+  return piece;
+}
+
+}  // namespace Orn
