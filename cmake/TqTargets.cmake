@@ -9,6 +9,9 @@ if(PROJECT_IS_TOP_LEVEL)
   string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
 endif()
 
+set(TQ_SANITIZER_OPTIONS -fsanitize=address,undefined -fno-sanitize-recover=all
+                         -fno-omit-frame-pointer)
+
 function(tq_common_options target)
   target_compile_features(${target} PUBLIC cxx_std_17)
   set_target_properties(
@@ -17,16 +20,15 @@ function(tq_common_options target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion
                                            $<$<BOOL:${TQXML_WERROR}>:-Werror>)
   if(TQXML_SANITIZE)
-    set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_compile_options(${target} PRIVATE ${sanitize})
-    target_link_options(${target} PRIVATE ${sanitize})
+    target_compile_options(${target} PRIVATE -g ${TQ_SANITIZER_OPTIONS})
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+    target_link_options(${target} PRIVATE ${TQ_SANITIZER_OPTIONS})
   endif()
 endfunction()
 
 # A shared library of this project: tq_add_library(name sources...).
 function(tq_add_library name)
-  tq_written_sources(sources ${ARGN})
-  add_library(${name} SHARED ${sources})
+  add_library(${name} SHARED ${ARGN})
   add_library(${name}::${name} ALIAS ${name})
   tq_common_options(${name})
   set_target_properties(
@@ -34,26 +36,11 @@ function(tq_add_library name)
                        VERIFY_INTERFACE_HEADER_SETS ON)
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   target_link_options(${name} PRIVATE -Wl,-z,relro,-z,now)
-  # The library finds its neighbour wherever the installed tree is put.
-  set_property(TARGET ${name} PROPERTY INSTALL_RPATH "$ORIGIN")
   if(NOT TQXML_SANITIZE)
     # The sanitizers' own functions come from the executable.
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
   endif()
   tq_export_only_own_symbols(${name})
-endfunction()
-
-# Those of the planned sources that are there; goes away when all of them are.
-function(tq_written_sources result)
-  set(written "")
-  foreach(source IN LISTS ARGN)
-    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
-      list(APPEND written "${source}")
-    else()
-      message(WARNING "${source} is not written yet: left out")
-    endif()
-  endforeach()
-  set(${result} ${written} PARENT_SCOPE)
 endfunction()
 
 # Visibility alone leaves the standard library's template instances exported, for their namespace
