@@ -7,6 +7,7 @@
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
+#include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
 #include "tqxml/foundation/XercesForward.h"
 

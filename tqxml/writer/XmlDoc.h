@@ -9,6 +9,7 @@
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
+#include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
 
 namespace Orn {
