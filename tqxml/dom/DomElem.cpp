@@ -101,7 +101,7 @@ DomParser::Attribute DomParser::Elem::next_attr() {
   while (attr_index >= 0) {
     DOMNode* const attribute = attrs->item(static_cast<XMLSize_t>(attr_index));
     --attr_index;
-    if (XMLNS_NAMESPACE != attribute->getNamespaceURI()) return Attribute(attribute);
+    if (!is_xmlns_namespace(attribute->getNamespaceURI())) return Attribute(attribute);
   }
   return Attribute();
 }

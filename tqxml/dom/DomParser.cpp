@@ -13,8 +13,6 @@
 
 namespace Orn {
 
-UString const DomParser::XMLNS_NAMESPACE(u"http://www.w3.org/2000/xmlns/");
-
 namespace {
 
 bool const g_initialized_ok = start_xerces();

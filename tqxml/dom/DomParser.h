@@ -72,8 +72,6 @@ class TQXML_API DomParser {
   void make_parser();
   void parse();
 
-  static UString const XMLNS_NAMESPACE;
-
   std::string xml_doc_text;
   std::unique_ptr<xercesc::XercesDOMParser> parser;
   std::unique_ptr<xercesc::ErrorHandler> error_handler;

@@ -3,6 +3,8 @@
 
 #include <string_view>
 #include <type_traits>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
 #include "tqutil/UString.h"
@@ -24,6 +26,11 @@ inline UString to_ustring(XMLCh const* text) { return UString(text); }
 /// The registry entry of a name as the parser reports it.
 inline XmlTag const& lookup(XMLCh const* ns_uri, XMLCh const* local_name) {
   return XmlTag::lookup(view(ns_uri), view(local_name));
+}
+
+/// Whether an attribute in that namespace is a namespace declaration, with or without a prefix.
+inline bool is_xmlns_namespace(XMLCh const* ns_uri) {
+  return xercesc::XMLString::equals(ns_uri, xercesc::XMLUni::fgXMLNSURIName);
 }
 
 }  // namespace Orn

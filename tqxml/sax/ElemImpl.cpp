@@ -1,0 +1,108 @@
+#include "tqxml/sax/ElemImpl.h"
+
+#include <utility>
+
+#include "tqxml/foundation/Raise.h"
+#include "tqxml/sax/ParserImpl.h"
+
+namespace Orn {
+
+SaxParser::ElemImpl::~ElemImpl() {
+  while (last_attribute_ != nullptr) {
+    AttributeImpl* const attribute = last_attribute_;
+    last_attribute_ = std::exchange(attribute->previous_, nullptr);
+    AttributeImpl::release(attribute);
+  }
+}
+
+void SaxParser::ElemImpl::release(ElemImpl* record) noexcept {
+  if (--record->refcnt_ != 0) return;
+  ElemImpl* ending = record;
+  while (ending != nullptr) {
+    ElemImpl* const next = ending->next_sibling_;
+    ElemImpl* to_end = next;
+    for (ElemImpl* child = ending->first_child_; child != nullptr;) {
+      ElemImpl* const sibling = std::exchange(child->next_sibling_, nullptr);
+      if (--child->refcnt_ == 0) {
+        child->next_sibling_ = to_end;
+        to_end = child;
+      }
+      child = sibling;
+    }
+    delete ending;
+    ending = to_end;
+  }
+}
+
+void SaxParser::ElemImpl::add_child(Ref<ElemImpl> child) noexcept {
+  ElemImpl* const added = child.get();
+  retain(added);
+  (last_child_ == nullptr ? first_child_ : last_child_->next_sibling_) = added;
+  last_child_ = added;
+  has_children_ = true;
+}
+
+void SaxParser::ElemImpl::add_attribute(XmlTag::Id tag, char16_t const* value) {
+  auto* const added = new AttributeImpl(tag, value);
+  added->previous_ = last_attribute_;
+  last_attribute_ = added;
+  next_attribute_ = added;
+}
+
+void SaxParser::ElemImpl::read_on() {
+  if (parser_ == nullptr) raise<StateException>(Catalogue::NOT_VALID_STREAM);
+  parser_->next_token();
+}
+
+Ref<SaxParser::ElemImpl> SaxParser::ElemImpl::child() {
+  if (next_child_used_) raise<StateException>(Catalogue::CHILD_AFTER_NEXT_CHILD);
+  while (first_child_ == nullptr && open_) read_on();
+  return Ref<ElemImpl>(first_child_);
+}
+
+Ref<SaxParser::ElemImpl> SaxParser::ElemImpl::opt_child(XmlTag::Id id) {
+  if (next_child_used_) raise<StateException>(Catalogue::OPT_CHILD_AFTER_NEXT_CHILD);
+  ElemImpl* seen = nullptr;
+  while (true) {
+    ElemImpl* const candidate = seen == nullptr ? first_child_ : seen->next_sibling_;
+    if (candidate != nullptr) {
+      if (candidate->tag == id) return Ref<ElemImpl>(candidate);
+      seen = candidate;
+    } else if (open_) {
+      read_on();
+    } else {
+      return Ref<ElemImpl>();
+    }
+  }
+}
+
+Ref<SaxParser::ElemImpl> SaxParser::ElemImpl::next_child() {
+  next_child_used_ = true;
+  while (first_child_ == nullptr && open_) read_on();
+  if (first_child_ == nullptr) return Ref<ElemImpl>();
+  ElemImpl* const given = first_child_;
+  first_child_ = std::exchange(given->next_sibling_, nullptr);
+  if (first_child_ == nullptr) last_child_ = nullptr;
+  return Ref<ElemImpl>::adopt(given);
+}
+
+Ref<SaxParser::AttributeImpl> SaxParser::ElemImpl::next_attr() noexcept {
+  Ref<AttributeImpl> given(next_attribute_);
+  if (given) next_attribute_ = next_attribute_->previous_;
+  return given;
+}
+
+UString const& SaxParser::ElemImpl::data() {
+  while (open_) read_on();
+  return data_;
+}
+
+bool SaxParser::ElemImpl::is_empty() {
+  while (true) {
+    if (has_children_ || !data_.empty()) return false;
+    if (!open_) return true;
+    read_on();
+  }
+}
+
+}  // namespace Orn

@@ -1,0 +1,108 @@
+#include "tqxml/sax/ParserImpl.h"
+
+#include <new>
+#include <utility>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "tqxml/foundation/Raise.h"
+#include "tqxml/foundation/XercesText.h"
+
+namespace Orn {
+
+SaxParser::ParserImpl::ParserImpl(std::istream* in)
+    : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr), input_(in) {
+  setDoNamespaces(true);
+  setValidationScheme(Val_Never);
+  setLoadExternalDTD(false);
+  installAdvDocHandler(this);
+  setErrorHandler(&unused_handler_);
+  // Otherwise the scanner waits for the stream while it still has an event in hand.
+  setLowWaterMark(0);
+}
+
+SaxParser::ParserImpl::~ParserImpl() {
+  for (Ref<ElemImpl> const& element : open_elements_) element->forget_parser();
+}
+
+Ref<SaxParser::ElemImpl> SaxParser::ParserImpl::root() {
+  while (!root_) next_token();
+  return std::exchange(root_, Ref<ElemImpl>());
+}
+
+void SaxParser::ParserImpl::next_token() {
+  if (over_) raise<StateException>(Catalogue::NOT_VALID_STREAM);
+  over_ = true;
+  try {
+    if (!scan_step()) raise<StateException>(Catalogue::NOT_VALID_STREAM);
+  } catch (xercesc::OutOfMemoryException const&) {
+    throw std::bad_alloc();
+  } catch (xercesc::XMLException const& e) {
+    if (complaint_.text.empty()) complaint_.text = to_ustring(e.getMessage());
+    raise<StateException>(Catalogue::NOT_VALID_STREAM);
+  }
+  over_ = false;
+}
+
+bool SaxParser::ParserImpl::scan_step() {
+  if (started_) return parseNext(token_);
+  started_ = true;
+  return parseFirst(input_, token_);
+}
+
+void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id,
+                                         Text /*prefix*/,
+                                         xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                                         XMLSize_t attribute_count, bool is_empty, bool is_root) {
+  XmlTag::Id const tag = lookup(getScanner().getURIText(uri_id), decl.getBaseName()).id();
+  auto element = Ref<ElemImpl>::adopt(new ElemImpl(this, tag));
+  add_attributes(*element.get(), attributes, attribute_count);
+  ElemImpl* const parent = open_elements_.empty() ? nullptr : open_elements_.back().get();
+  open_elements_.push_back(element);
+  if (parent != nullptr) parent->add_child(element);
+  if (is_root) root_ = std::move(element);
+  if (is_empty) end_current();
+}
+
+void SaxParser::ParserImpl::add_attributes(
+    ElemImpl& element, xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, XMLSize_t count) {
+  // The vector is reused and may still hold attributes of earlier elements behind its count.
+  for (XMLSize_t i = 0; i < count; ++i) {
+    xercesc::XMLAttr const& attribute = *attributes.elementAt(i);
+    Text const ns_uri = getScanner().getURIText(attribute.getURIId());
+    if (is_xmlns_namespace(ns_uri)) continue;
+    element.add_attribute(lookup(ns_uri, attribute.getName()).id(), attribute.getValue());
+  }
+}
+
+void SaxParser::ParserImpl::endElement(xercesc::XMLElementDecl const& /*decl*/,
+                                       unsigned int /*uri_id*/, bool /*is_root*/,
+                                       Text /*prefix*/) {
+  end_current();
+}
+
+void SaxParser::ParserImpl::end_current() noexcept {
+  open_elements_.back()->end();
+  open_elements_.pop_back();
+}
+
+void SaxParser::ParserImpl::docCharacters(Text text, XMLSize_t length, bool /*cdata_section*/) {
+  if (!open_elements_.empty()) open_elements_.back()->append_text(text, length);
+}
+
+void SaxParser::ParserImpl::error(unsigned int /*code*/, Text /*domain*/, ErrTypes type, Text text,
+                                  Text /*system_id*/, Text /*public_id*/, XMLFileLoc line,
+                                  XMLFileLoc column) {
+  if (type == ErrType_Warning) return;
+  if (complaint_.text.empty()) {
+    complaint_ = {to_ustring(text), static_cast<unsigned long>(line),
+                  static_cast<unsigned long>(column)};
+  }
+  // A fatal error needs no exception: the scanner then ends the step without success.
+  if (type == ErrType_Error) raise<StateException>(Catalogue::PARSER_ERROR, to_ustring(text));
+}
+
+}  // namespace Orn

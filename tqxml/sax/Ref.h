@@ -1,0 +1,44 @@
+#ifndef TQXML_SAX_REF_H
+#define TQXML_SAX_REF_H
+
+#include <utility>
+
+namespace Orn {
+
+/// One counted reference on a record, or none. The record keeps the count: `Record::retain` adds a
+/// reference and `Record::release` gives one back, which may end the record.
+template <class Record>
+class Ref {
+ public:
+  Ref() noexcept = default;
+  /// Takes over the reference that the caller holds.
+  static Ref adopt(Record* record) noexcept {
+    Ref ref;
+    ref.record_ = record;
+    return ref;
+  }
+  /// Takes a reference of its own.
+  explicit Ref(Record* record) noexcept : record_(record) {
+    if (record_ != nullptr) Record::retain(record_);
+  }
+  Ref(Ref const& other) noexcept : Ref(other.record_) {}
+  Ref(Ref&& other) noexcept : record_(std::exchange(other.record_, nullptr)) {}
+  Ref& operator=(Ref other) noexcept {
+    std::swap(record_, other.record_);
+    return *this;
+  }
+  ~Ref() {
+    if (record_ != nullptr) Record::release(record_);
+  }
+
+  Record* get() const noexcept { return record_; }
+  Record* operator->() const noexcept { return record_; }
+  explicit operator bool() const noexcept { return record_ != nullptr; }
+
+ private:
+  Record* record_ = nullptr;
+};
+
+}  // namespace Orn
+
+#endif

@@ -1,0 +1,45 @@
+#include "tqxml/sax/SaxParser.h"
+
+#include "tqxml/foundation/XercesStart.h"
+#include "tqxml/sax/ParserImpl.h"
+
+namespace Orn {
+namespace {
+
+bool const g_initialized_ok = start_xerces();
+
+}  // namespace
+
+SaxParser::SaxParser() { check_xerces_started(g_initialized_ok); }
+
+SaxParser::SaxParser(std::istream& in) : SaxParser(&in) {}
+
+SaxParser::SaxParser(std::istream* in) : SaxParser() { initialize(in); }
+
+SaxParser::SaxParser(SaxParser const& other) = default;
+SaxParser& SaxParser::operator=(SaxParser const& other) = default;
+SaxParser::~SaxParser() = default;
+
+SaxParser::Elem SaxParser::initialize(std::istream* in) {
+  root_ = Ref<ElemImpl>();
+  // Not make_shared: the parser allocates itself.
+  impl_ = std::shared_ptr<ParserImpl>(new ParserImpl(in));
+  root_ = impl_->root();
+  return root();
+}
+
+SaxParser::Elem SaxParser::root() const { return Elem(root_); }
+
+UString SaxParser::error_text() const {
+  return impl_ == nullptr ? UString() : impl_->complaint().text;
+}
+
+unsigned long SaxParser::error_line() const {
+  return impl_ == nullptr ? 0 : impl_->complaint().line;
+}
+
+unsigned long SaxParser::error_column() const {
+  return impl_ == nullptr ? 0 : impl_->complaint().column;
+}
+
+}  // namespace Orn

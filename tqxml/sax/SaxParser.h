@@ -1,0 +1,185 @@
+#ifndef TQXML_SAX_SAXPARSER_H
+#define TQXML_SAX_SAXPARSER_H
+
+#include <iosfwd>
+#include <memory>
+
+#include "tqutil/UString.h"
+#include "tqutil/XmlTag.h"
+#include "tqxml/foundation/Exceptions.h"
+#include "tqxml/foundation/Export.h"
+#include "tqxml/sax/Ref.h"
+
+namespace Orn {
+
+/// A reader that takes an XML document from a stream, only as far as the caller's navigation needs.
+///
+///   SaxParser parser(std::cin);
+///   SaxParser::Elem order = parser.root();                // the root's start tag has been read
+///   order.match(orders::order);                           // raises if it is another document
+///   for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
+///     use(line.tag(), line.data());                       // each line is forgotten after its turn
+///   order.child(orders::note);                            // raises: next_child() consumes children
+///
+/// The encoding is what the document declares, namespaces are processed, nothing is validated and no
+/// external DTD subset is read; external entities are read where the document refers to them, so
+/// do not give a SaxParser documents from strangers.
+///
+/// What reading forward means: `child` and `opt_child` keep what they read past, `data` reads and
+/// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
+/// caller who walks with `next_child` and drops each child before taking the next: the open elements
+/// and the largest single item. The stream is read in pieces of at most 1024 bytes, each awaited
+/// whole unless the stream ends, and the step that delivers the root's end tag reads on to the end
+/// of the stream, since nothing but comments, instructions and white space may follow.
+///
+/// Handles share counted records: one stays valid after its element has ended, after the parser has
+/// gone on, and after the parser is gone; only asking for more input raises NOT_VALID_STREAM then.
+/// They may be released in any order. The stream is the caller's and must live as long as anything
+/// may still be read from it. A parser and its handles belong to one thread at a time; distinct
+/// parsers are independent.
+///
+/// Every operation that reads may raise StateException NOT_VALID_STREAM (malformed input, see
+/// `error_text`; the end of the stream; a parser that has failed before), RuntimeException BAD_READ
+/// (the stream went bad), TagException (a name that the registry does not know), std::bad_alloc and
+/// whatever the stream itself throws. After any of them the parse is over: what has been read stays
+/// readable, and asking for more raises NOT_VALID_STREAM.
+class TQXML_API SaxParser {
+ public:
+  class Elem;
+  class Attribute;
+
+  /// The largest piece taken from the stream at once, in bytes: small, so that a document is read
+  /// only as far as navigation needs.
+  static constexpr unsigned int MAX_READ = 1024;
+  /// The highest number of a tag that `Elem::next_attr` gives.
+  static constexpr int LAST_SHOWN_ATTRIBUTE = 1141;
+
+  // Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could
+  // not be initialised while the library was loaded.
+
+  /// A parser without a document.
+  SaxParser();
+  /// A parser that has read `in` up to and including the root's start tag. Raises what reading
+  /// raises; use `initialize` to learn more about a document that fails here.
+  explicit SaxParser(std::istream& in);
+  explicit SaxParser(std::istream* in);
+  /// Both then read the same document: what one reads the other has read.
+  SaxParser(SaxParser const& other);
+  SaxParser& operator=(SaxParser const& other);
+  virtual ~SaxParser();
+
+  /// Gives up the document, if there is one, and begins with that of `in`, up to and including the
+  /// root's start tag, which it returns. Raises what reading raises, BAD_READ for a null pointer;
+  /// there is no root then, and `error_text` says why.
+  Elem initialize(std::istream* in);
+
+  /// The root element; nil without a document.
+  Elem root() const;
+
+  /// What the parser said about the error that ended the parse, empty when it has said nothing.
+  UString error_text() const;
+  /// Where it said so, counted from 1; 0 when it has said nothing. For malformed markup it is just
+  /// behind the place; an undecodable byte is reported up to one buffer early.
+  unsigned long error_line() const;
+  unsigned long error_column() const;
+
+ private:
+  class ParserImpl;
+  class StreamInputSource;
+  class ElemImpl;
+  class AttributeImpl;
+
+  std::shared_ptr<ParserImpl> impl_;
+  Ref<ElemImpl> root_;
+};
+
+/// A handle on an element of the document that is being read, or nil.
+///
+/// Unless said otherwise an operation on a nil handle raises StateException NIL_ELEMENT, which names
+/// the operation. Copies share the element, and with it the iterations.
+class TQXML_API SaxParser::Elem {
+ public:
+  /// A nil handle.
+  Elem() noexcept;
+  Elem(Elem const& other) noexcept;
+  Elem(Elem&& other) noexcept;
+  Elem& operator=(Elem const& other) noexcept;
+  Elem& operator=(Elem&& other) noexcept;
+  virtual ~Elem();
+
+  bool is_nil() const noexcept { return !record_; }
+  /// Raises NIL_ELEMENT for "SaxParser::Elem::name()" when the handle is nil.
+  void check_is_nil(UString const& name) const;
+
+  /// The tag of the element, by its namespace and local name; prefixes play no part. Reads nothing.
+  XmlTag::Id tag() const;
+  /// Raises TAG_MISMATCH unless the tag is `expected`. Reads nothing.
+  void match(XmlTag::Id expected) const;
+
+  /// The first child element, nil when there is none. Reads at most to the child's start tag.
+  /// Raises CHILD_AFTER_NEXT_CHILD once `next_child` has been called on the element.
+  Elem child() const;
+  /// The first child element with the tag `id`. Reads at most to its start tag, keeping the children
+  /// before it. Raises MISSING_REQUIRED_CHILD when there is none, OPT_CHILD_AFTER_NEXT_CHILD once
+  /// `next_child` has been called on the element.
+  Elem child(XmlTag::Id id) const;
+  /// The same, but nil when there is none.
+  Elem opt_child(XmlTag::Id id) const;
+  /// Takes the next child element away from this one, so that it is forgotten with its last handle;
+  /// nil after the last, for good. Reads at most to the child's start tag. From the first call on
+  /// `child` and `opt_child` are refused.
+  Elem next_child();
+
+  /// The next attribute, the last one first; nil after the last, for good. Namespace declarations
+  /// are left out, and so are attributes numbered above LAST_SHOWN_ATTRIBUTE. Reads nothing.
+  Attribute next_attr();
+
+  /// The text directly inside the element, that of child elements not included. Reads the rest of
+  /// the element and keeps its children.
+  UString data() const;
+  /// Whether there is neither a child element nor text; white space is text. Reads at most to the
+  /// first of either.
+  bool is_empty() const;
+  /// Raises IS_EMPTY_MISMATCH unless `is_empty()` is `expected`.
+  void check_is_empty(bool expected) const;
+
+ private:
+  friend class SaxParser;
+  explicit Elem(Ref<ElemImpl> record) noexcept;
+
+  Ref<ElemImpl> record_;
+};
+
+/// A handle on an attribute of an element that has been read, or nil. Valid also when the element is
+/// gone. An operation on a nil handle raises StateException NIL_ATTRIBUTE, which names the operation.
+class TQXML_API SaxParser::Attribute {
+ public:
+  /// A nil handle.
+  Attribute() noexcept;
+  Attribute(Attribute const& other) noexcept;
+  Attribute(Attribute&& other) noexcept;
+  Attribute& operator=(Attribute const& other) noexcept;
+  Attribute& operator=(Attribute&& other) noexcept;
+  virtual ~Attribute();
+
+  bool is_nil() const noexcept { return !record_; }
+  /// Raises NIL_ATTRIBUTE for "SaxParser::Attribute::name()" when the handle is nil.
+  void check_is_nil(UString const& name) const;
+
+  /// The tag of the attribute, by its namespace and local name.
+  XmlTag::Id tag() const;
+  /// Raises TAG_MISMATCH unless the tag is `expected`.
+  void match(XmlTag::Id expected) const;
+  /// The value, references resolved and white space normalised by the parser.
+  UString data() const;
+
+ private:
+  friend class SaxParser::Elem;
+  explicit Attribute(Ref<AttributeImpl> record) noexcept;
+
+  Ref<AttributeImpl> record_;
+};
+
+}  // namespace Orn
+
+#endif
