@@ -1,0 +1,14 @@
+#ifndef ORDERS_H
+#define ORDERS_H
+
+#include "tqutil/XmlTag.h"
+
+namespace orders {
+#include "tqutil/vocabulary/constants.h"
+
+#include "orders.def"
+
+#include "tqutil/vocabulary/end.h"
+}  // namespace orders
+
+#endif
