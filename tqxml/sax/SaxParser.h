@@ -8,7 +8,7 @@
 #include "tqutil/XmlTag.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
-#include "tqxml/sax/Ref.h"
+#include "tqxml/foundation/Ref.h"
 
 namespace Orn {
 

@@ -1,5 +1,5 @@
-#ifndef TQXML_SAX_REF_H
-#define TQXML_SAX_REF_H
+#ifndef TQXML_FOUNDATION_REF_H
+#define TQXML_FOUNDATION_REF_H
 
 #include <utility>
 
@@ -30,6 +30,9 @@ class Ref {
   ~Ref() {
     if (record_ != nullptr) Record::release(record_);
   }
+
+  /// Gives the reference to the caller, who must see to its release.
+  [[nodiscard]] Record* detach() noexcept { return std::exchange(record_, nullptr); }
 
   Record* get() const noexcept { return record_; }
   Record* operator->() const noexcept { return record_; }
