@@ -2,7 +2,9 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
+#include "tests/writer/ThreePassEscape.h"
 #include "tqxml/writer/XmlDoc.h"
 
 namespace tests {
@@ -69,22 +71,6 @@ TEST(Escape, LeavesItsArgumentAlone) {
   UString const text(u"&&&<");
   XmlDoc::escape(text);
   EXPECT_EQ(text, u"&&&<");
-}
-
-std::u16string replaced(std::u16string text, std::u16string const& what, std::u16string const& by) {
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::u16string::npos; at += by.size()) {
-    text.replace(at, what.size(), by);
-  }
-  return text;
-}
-
-/// The definition: the shorter of both forms, CDATA when they are equally long.
-std::u16string in_three_passes(std::u16string const& text) {
-  std::u16string const entities =
-      replaced(replaced(replaced(text, u"&", u"&amp;"), u"<", u"&lt;"), u"]]>", u"]]&gt;");
-  std::u16string const cdata = u"<![CDATA[" + text + u"]]>";
-  bool const may_wrap = text.find(u"]]>") == std::u16string::npos;
-  return entities != text && may_wrap && cdata.size() <= entities.size() ? cdata : entities;
 }
 
 testing::AssertionResult escapes_by_definition(std::u16string const& text) {
