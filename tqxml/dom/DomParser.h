@@ -94,6 +94,9 @@ class TQXML_API DomParser::Elem {
   /// Raises NIL_ELEMENT for "DomParser::Elem::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;
 
+  /// A handle on the same element whose iterations stand at the beginning.
+  Elem restarted() const noexcept { return Elem(node, tag_id); }
+
   /// The tag of the element, by its namespace and local name; prefixes play no part. Looked up in
   /// the registry once a handle.
   XmlTag::Id tag() const;

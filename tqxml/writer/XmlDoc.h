@@ -46,10 +46,14 @@ namespace Orn {
 /// a time; distinct documents are independent.
 class TQXML_API XmlDoc {
  public:
+  class Elem;
+
   /// An initial document: nothing is written.
   XmlDoc();
   /// A document begun with `start_doc(root)`.
   explicit XmlDoc(XmlTag::Id root);
+  /// A closed document, not indented, with `e` as its root. Raises what `add_elem(e)` raises.
+  explicit XmlDoc(Elem const& e);
   /// The copy goes on from the same half-written text, independently. Costs the length of the text.
   XmlDoc(XmlDoc const& other);
   XmlDoc& operator=(XmlDoc const& other);
@@ -90,6 +94,11 @@ class TQXML_API XmlDoc {
   /// Raises IllegalArgException CDATA_TERMINATOR_IN_TEXT when `text` holds "]]>", else as
   /// `push_elem` does.
   void add_elem_CDATA(XmlTag::Id tag, UString const& text);
+
+  /// Writes an element tree, as the same elements written by hand would be; text as it is in the
+  /// tree. `default_ns` goes for every element. Raises as `push_elem` does; what was written before
+  /// the failure stays.
+  void add_elem(Elem const& e, bool default_ns = false);
 
   /// Adds an attribute to the start tag that is still open. `value` is written verbatim: a
   /// quotation mark, "&" or "<" in it must have been made safe before, see `escape_attr`. Nothing
@@ -138,6 +147,13 @@ class TQXML_API XmlDoc {
   /// The same in UTF-8 without a byte-order mark, lone surrogates as U+FFFD, and only up to the
   /// first U+0000, should there be one.
   std::string byte_array() const;
+  /// The markup of a tree as `add_elem(e, true)` would write it here, with this document's
+  /// indentation and prefixes, but not kept in it. An initial document is started. Meant for a
+  /// document with an open root and no open start tag: an open one is completed, its ">" goes with
+  /// the markup, and without a root the declarations of the fragment's own root are missing and
+  /// neither `inc_str()` nor `add_ns` can be relied upon before the document's own root is open.
+  /// Raises as `add_elem` does; what was written before the failure then stays.
+  UString str(Elem const& e);
   /// What has been written since the last call, which is then forgotten here: the pieces and the
   /// final `str()` make up the document. Completes an open start tag. The first call with a root
   /// writes the namespace declarations, after which no namespace can be added.
@@ -175,6 +191,7 @@ class TQXML_API XmlDoc {
 
   void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
   void begin_leaf(XmlTag::Id tag, bool default_ns);
+  bool begin_tree(Elem const& e, bool default_ns);
   void open_start_tag();
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
@@ -211,5 +228,8 @@ class TQXML_API XmlDoc {
 };
 
 }  // namespace Orn
+
+// The element tree is part of the writer's interface; it stands in a file of its own.
+#include "tqxml/writer/XmlDocElem.h"
 
 #endif

@@ -1,0 +1,72 @@
+#include "tqxml/writer/XmlDocElem.h"
+
+#include <memory>
+#include <string>
+
+#include "tqxml/writer/ElemChild.h"
+
+// The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become markup
+// is in ElemFromReader.cpp and XmlDocTrees.cpp.
+
+namespace Orn {
+
+void XmlDoc::Elem::Child::release(Child* child) noexcept {
+  if (--child->refs_ != 0) return;
+  Child* ending = child;
+  while (ending != nullptr) {
+    Child* const current = ending;
+    ending = current->next_;
+    if (Elem* const elem = current->elem(); elem != nullptr) {
+      for (Ref<Child>& listed : elem->children) {
+        Child* const below = listed.detach();
+        if (--below->refs_ != 0) continue;
+        below->next_ = ending;
+        ending = below;
+      }
+    }
+    delete current;
+  }
+}
+
+XmlDoc::Elem::Elem(XmlTag::Id tag) : tag(tag) {}
+XmlDoc::Elem::Elem(Elem const& other) = default;
+XmlDoc::Elem::Elem(Elem&& other) noexcept = default;
+XmlDoc::Elem::~Elem() = default;
+
+XmlDoc::Elem& XmlDoc::Elem::operator=(Elem const& other) { return *this = Elem(other); }
+
+XmlDoc::Elem& XmlDoc::Elem::operator=(Elem&& other) noexcept {
+  // The old children are let go last: `other` may be among them.
+  Elem taken(std::move(other));
+  tag = taken.tag;
+  attrs.swap(taken.attrs);
+  children.swap(taken.children);
+  return *this;
+}
+
+void XmlDoc::Elem::add_attr(XmlTag::Id id, UString const& value) {
+  attrs.push_back(attr_t{id, value});
+}
+
+void XmlDoc::Elem::add_attr(XmlTag::Id id, long value) {
+  add_attr(id, UString::from_utf8(std::to_string(value)));
+}
+
+void XmlDoc::Elem::add_body(UString const& text, bool escape) {
+  if (text.empty()) return;
+  children.push_back(Ref<Child>::adopt(new Child(escape ? XmlDoc::escape(text) : text)));
+}
+
+XmlDoc::Elem& XmlDoc::Elem::add_elem(Elem const& e) {
+  auto added = Ref<Child>::adopt(new Child(e));
+  children.push_back(added);
+  return *added->elem();
+}
+
+XmlDoc::Elem& XmlDoc::Elem::add_elem(XmlTag::Id tag, UString const& body, bool escape) {
+  Elem child(tag);
+  child.add_body(body, escape);
+  return add_elem(child);
+}
+
+}  // namespace Orn
