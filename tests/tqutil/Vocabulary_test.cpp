@@ -12,14 +12,12 @@
 #include "tests/tqutil/Parcels.h"
 #include "tqutil/XmlTag.h"
 
-// clang-format off
 namespace parcels {
 static Orn::VocabularyEntry const entries[] = {
 #include "tqutil/vocabulary/entries.h"
 #include "tests/tqutil/Parcels.def"
 #include "tqutil/vocabulary/end.h"
 };
-// clang-format on
 static Orn::Vocabulary const vocabulary("parcels", entries);
 }  // namespace parcels
 
