@@ -13,6 +13,17 @@
 
 namespace Orn {
 
+namespace {
+
+// The scanner knows the namespace of xmlns:p, but reports a plain xmlns without one.
+bool is_namespace_declaration(xercesc::XMLAttr const& attribute, XMLCh const* ns_uri) {
+  return is_xmlns_namespace(ns_uri) ||
+         (view(attribute.getPrefix()).empty() &&
+          xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
+}
+
+}  // namespace
+
 SaxParser::ParserImpl::ParserImpl(std::istream* in)
     : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr), input_(in) {
   setDoNamespaces(true);
@@ -73,7 +84,7 @@ void SaxParser::ParserImpl::add_attributes(
   for (XMLSize_t i = 0; i < count; ++i) {
     xercesc::XMLAttr const& attribute = *attributes.elementAt(i);
     Text const ns_uri = getScanner().getURIText(attribute.getURIId());
-    if (is_xmlns_namespace(ns_uri)) continue;
+    if (is_namespace_declaration(attribute, ns_uri)) continue;
     element.add_attribute(lookup(ns_uri, attribute.getName()).id(), attribute.getValue());
   }
 }
