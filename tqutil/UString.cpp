@@ -102,8 +102,6 @@ UString& UString::erase(unsigned int pos, unsigned int n) {
   return *this;
 }
 
-void UString::clear() noexcept { text_.clear(); }
-
 void UString::reserve(unsigned int units) {
   if (units <= capacity()) return;
   if (units > max_length) throw std::length_error("UString::reserve");
@@ -114,11 +112,6 @@ void UString::reserve(unsigned int units) {
 unsigned int UString::capacity() const noexcept {
   return static_cast<unsigned int>(std::min<std::size_t>(text_.capacity(), max_length));
 }
-
-unsigned int UString::length() const noexcept { return static_cast<unsigned int>(text_.size()); }
-bool UString::empty() const noexcept { return text_.empty(); }
-UString::unit_type const* UString::data() const noexcept { return text_.c_str(); }
-UString::unit_type UString::operator[](unsigned int pos) const noexcept { return text_[pos]; }
 
 unsigned int UString::find(UString const& wanted, unsigned int from) const noexcept {
   return position(text_.find(wanted.text_, from));

@@ -76,7 +76,7 @@ class TQUTIL_API UString {
   /// Removes the `n` units from `pos` on, or as many as there are.
   UString& erase(unsigned int pos, unsigned int n);
   /// Makes the text empty and keeps its capacity.
-  void clear() noexcept;
+  void clear() noexcept { text_.clear(); }
 
   /// Makes room for at least `units` code units in all. When that means growing, the capacity at
   /// least doubles, so that requests which rise by a constant do not copy the text each time.
@@ -84,12 +84,12 @@ class TQUTIL_API UString {
   /// How many code units fit without a further allocation; never less than was reserved.
   unsigned int capacity() const noexcept;
 
-  unsigned int length() const noexcept;
-  bool empty() const noexcept;
+  unsigned int length() const noexcept { return static_cast<unsigned int>(text_.size()); }
+  bool empty() const noexcept { return text_.empty(); }
   /// The units, with a zero unit behind the last. Good until the text is next changed.
-  unit_type const* data() const noexcept;
+  unit_type const* data() const noexcept { return text_.c_str(); }
   /// The unit at `pos`, which must be at most the length (where the closing zero stands).
-  unit_type operator[](unsigned int pos) const noexcept;
+  unit_type operator[](unsigned int pos) const noexcept { return text_[pos]; }
 
   /// The first position at or after `from`, or `npos`. An empty text is found at `from` itself,
   /// unless that is beyond the end.

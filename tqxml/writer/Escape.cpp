@@ -25,6 +25,8 @@ Entities const& entities() {
 // stay.
 
 UString const* entity_in_content(UString const& text, unsigned int i) {
+  // Most units of most texts are above all those that matter.
+  if (text[i] > u'>') return nullptr;
   switch (text[i]) {
     case u'&':
       return &entities().amp;
