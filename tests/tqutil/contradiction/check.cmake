@@ -1,8 +1,8 @@
-# cmake -D program=FILE -P check.cmake
+# cmake [-D emulator=COMMAND] -D program=FILE -P check.cmake
 # The program must end before main, complaining about both tags.
 
 execute_process(
-  COMMAND "${program}"
+  COMMAND ${emulator} "${program}"
   RESULT_VARIABLE result
   OUTPUT_VARIABLE output
   ERROR_VARIABLE complaint)
