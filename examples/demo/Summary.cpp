@@ -59,6 +59,7 @@ FileType const& most(std::vector<FileType> const& types, Amount amount) {
 }
 
 void print_patterns(std::ostream& out, FileType const& type) {
+  if (type.patterns.empty()) return;
   out << "  most name patterns  " << type.id << '\n' << "                     ";
   for (UString const& pattern : type.patterns) out << ' ' << pattern;
   out << '\n';

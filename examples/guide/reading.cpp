@@ -1,0 +1,97 @@
+// Documents read with DomParser.
+
+#include "shop.h"
+#include "show.h"
+#include "tqxml/dom/DomParser.h"
+
+using Orn::DomParser;
+using Orn::UString;
+
+namespace {
+
+// The document of all the pieces below.
+std::string const& document() {
+  static std::string const text = R"(<order xmlns="urn:example:shop" xmlns:s="urn:example:shop"
+    xmlns:p="urn:example:price" s:id="42" p:currency="EUR">
+  <item s:id="tea">green tea</item>
+  <item s:id="cup">a <note>blue</note> cup</item>
+  <p:total>4.20</p:total>
+</order>)";
+  return text;
+}
+
+void demand() {
+  section("demand");
+  //! [demand]
+  DomParser parser(document());
+  DomParser::Elem order = parser.root();
+  order.match(shop::order);                              // must be that element
+  std::cout << order.child(shop::total).data() << '\n';  // must have that child
+  DomParser::Elem note = order.opt_child(shop::note);    // may have that child
+  std::cout << (note.is_nil() ? "no note" : "a note") << '\n';
+  //! [demand]
+}
+
+void iterate() {
+  section("iterate");
+  DomParser parser(document());
+  DomParser::Elem order = parser.root();
+  //! [iterate]
+  for (auto part = order.next_child(); !part.is_nil(); part = order.next_child()) {
+    if (part.tag() == shop::item) std::cout << part.data() << '\n';
+  }
+  //! [iterate]
+}
+
+//! [attribute]
+// The attribute `name` of a freshly found element; nil when it has none.
+DomParser::Attribute attribute(DomParser::Elem element, Orn::XmlTag::Id name) {
+  DomParser::Attribute candidate = element.next_attr();
+  while (!candidate.is_nil() && candidate.tag() != name) candidate = element.next_attr();
+  return candidate;
+}
+//! [attribute]
+
+void attributes() {
+  section("attributes");
+  DomParser parser(document());
+  //! [attributes]
+  DomParser::Elem order = parser.root();
+  for (auto attr = order.next_attr(); !attr.is_nil(); attr = order.next_attr()) {
+    std::cout << Orn::XmlTag::lookup(attr.tag()).to_string() << " = " << attr.data() << '\n';
+  }
+  std::cout << attribute(order.child(shop::item), shop::id).data() << '\n';
+  //! [attributes]
+}
+
+void again() {
+  section("again");
+  //! [again]
+  DomParser parser("<order xmlns='urn:example:shop'/>");
+  std::cout << parser.root().is_empty() << '\n';
+  parser.set_xml_doc_text("<order xmlns='urn:example:shop'>tea</order>");
+  std::cout << parser.root().is_empty() << '\n';
+  //! [again]
+}
+
+void written() {
+  section("written");
+  //! [written]
+  Orn::XmlDoc doc;
+  doc.push_elem(shop::order);
+  doc.add_elem(shop::note, u"grüner Tee", true);
+  doc.close();
+  DomParser parser(doc);
+  std::cout << parser.root().child(shop::note).data() << '\n';
+  //! [written]
+}
+
+}  // namespace
+
+int main() {
+  demand();
+  iterate();
+  attributes();
+  again();
+  written();
+}
