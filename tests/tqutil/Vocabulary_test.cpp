@@ -98,28 +98,52 @@ TEST(Vocabulary, MayHaveTagsInANamespaceOfAnother) {
 
 TEST(Vocabulary, MayBeEmpty) { EXPECT_NO_THROW(Vocabulary("empty", nullptr, 0)); }
 
+/// Numbered texts that stay where they are.
+class Texts {
+ public:
+  char16_t const* make(std::string const& stem, std::int32_t number) {
+    std::string const text = stem + std::to_string(number);
+    return texts_.emplace_back(text.begin(), text.end()).c_str();
+  }
+
+ private:
+  std::deque<std::u16string> texts_;
+};
+
 TEST(Vocabulary, EnteredLaterMovesNoEntryOfAnother) {
   XmlTag const& early = XmlTag::lookup(testtags::u_a);
   UString const& early_uri = XmlTag::ns_URI(testtags::ns_u);
-  constexpr std::int32_t MANY = 20000;
-  std::deque<std::u16string> names;
+  Texts texts;
   std::vector<VocabularyEntry> many;
-  for (std::int32_t i = 0; i < MANY; ++i) {
-    std::string const name = "many_" + std::to_string(i);
-    names.emplace_back(name.begin(), name.end());
+  for (std::int32_t i = 0; i < 20000; ++i) {
     many.push_back(ns(100000 + i, "ns_many"));
-    many.push_back(tag(100000 + i * 7, "many", 100000 + i, names.back().c_str()));
+    many.push_back(tag(100000 + i * 7, "many", 100000 + i, texts.make("many_", i)));
   }
   enter(many);
   EXPECT_EQ(&XmlTag::lookup(testtags::u_a), &early);
   EXPECT_EQ(&XmlTag::lookup(u"urn:test:u", u"a"), &early);
   EXPECT_EQ(&XmlTag::ns_URI(testtags::ns_u), &early_uri);
   EXPECT_EQ(early.to_string(), u"{urn:test:u}a");
-  for (std::int32_t i = 0; i < MANY; ++i) {
-    XmlTag const& entered = XmlTag::lookup(static_cast<XmlTag::Id>(100000 + i * 7));
-    std::u16string const& name = names[static_cast<std::size_t>(i)];
-    ASSERT_EQ(entered.simple_name(), name.c_str());
-    ASSERT_EQ(&XmlTag::lookup(u"urn:late", name), &entered);
+  for (VocabularyEntry const& line : many) {
+    if (line.kind != VocabularyEntry::TAG) continue;
+    XmlTag const& entered = XmlTag::lookup(static_cast<XmlTag::Id>(line.number));
+    ASSERT_EQ(entered.simple_name(), line.text);
+    ASSERT_EQ(&XmlTag::lookup(u"urn:late", line.text), &entered);
+  }
+}
+
+TEST(Vocabulary, MayHaveOneLocalNameInManyNamespaces) {
+  Texts texts;
+  std::vector<VocabularyEntry> many;
+  for (std::int32_t i = 0; i < 1000; ++i) {
+    many.push_back(
+        {VocabularyEntry::NAMESPACE, 50000 + i, "ns_many", 0, texts.make("urn:many:", i)});
+    many.push_back(tag(50000 + i, "shared", 50000 + i, u"shared"));
+  }
+  enter(many);
+  for (VocabularyEntry const& line : many) {
+    if (line.kind != VocabularyEntry::NAMESPACE) continue;
+    ASSERT_EQ(XmlTag::lookup(line.text, u"shared").id(), line.number);
   }
 }
 
