@@ -23,8 +23,8 @@ class Registry {
   /// itself or what has been entered before.
   void add(char const* vocabulary, VocabularyEntry const* entries, std::size_t count);
 
-  /// Null when there is no such entry. The last gives the catch-all tag, if there is one, for a name
-  /// that is not there.
+  /// Null when there is no such entry. The last gives the catch-all tag, if there is one, for a
+  /// name that is not there.
   XmlTag const* find(XmlTag::Id id) const noexcept;
   UString const* find_uri(XmlTag::NsId ns) const noexcept;
   XmlTag const* find(std::string_view ns_uri, std::string_view simple_name) const noexcept;

@@ -70,8 +70,8 @@ class TQUTIL_API UMessage {
   /// The message at `index` of `catalogue`, from 1 on (0 is the header).
   UMessage(char const** catalogue, int index, Arg const& a1 = Arg::nil, Arg const& a2 = Arg::nil);
   UMessage(char const** catalogue, int index, Arg const& a1, Arg const& a2, Arg const& a3,
-           Arg const& a4, Arg const& a5, Arg const& a6, Arg const& a7, Arg const& a8,
-           Arg const& a9, Arg const& a10);
+           Arg const& a4, Arg const& a5, Arg const& a6, Arg const& a7, Arg const& a8, Arg const& a9,
+           Arg const& a10);
 
   char const** catalogue() const noexcept { return catalogue_; }
   int index() const noexcept { return index_; }

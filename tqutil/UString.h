@@ -119,14 +119,15 @@ class TQUTIL_API UString {
   static void operator delete(void* block, std::nothrow_t const&) noexcept;
 
  private:
-  /// Holds what utf8_str() returned last. A copy of a text starts without one.
+  /// Holds what utf8_str() returned last. It belongs to the object, not to its text: copying or
+  /// moving the text leaves the buffers on both sides as they are.
   class Utf8Buffer {
    public:
     Utf8Buffer() noexcept = default;
     Utf8Buffer(Utf8Buffer const&) noexcept {}
-    Utf8Buffer(Utf8Buffer&&) noexcept = default;
+    Utf8Buffer(Utf8Buffer&&) noexcept {}
     Utf8Buffer& operator=(Utf8Buffer const&) noexcept { return *this; }
-    Utf8Buffer& operator=(Utf8Buffer&&) noexcept = default;
+    Utf8Buffer& operator=(Utf8Buffer&&) noexcept { return *this; }
     ~Utf8Buffer() = default;
 
     char const* hold(std::string&& bytes);

@@ -5,6 +5,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <type_traits>
 
 #include "tqutil/UtilCatalogue.h"
@@ -52,7 +53,9 @@ std::size_t non_ascii_piece(Unit const* text, std::size_t length) {
     stretch = text[i] <= 0x7F ? stretch + 1 : 0;
     if (stretch == ASCII_STRETCH) return i + 1 - ASCII_STRETCH;
   }
-  return limit < length && U16_IS_LEAD(text[limit - 1]) ? limit + 1 : limit;
+  bool const cuts_pair =
+      limit < length && U16_IS_LEAD(text[limit - 1]) && U16_IS_TRAIL(text[limit]);
+  return cuts_pair ? limit + 1 : limit;
 }
 
 std::size_t convert_piece(Unit const* text, std::size_t length, char* bytes) {
@@ -63,17 +66,18 @@ std::size_t convert_piece(Unit const* text, std::size_t length, char* bytes) {
   return static_cast<std::size_t>(written);
 }
 
-// The longest beginning of `utf8` that ends with a whole sequence and is not too long for ICU.
-std::string_view utf8_piece(std::string_view utf8) {
-  if (utf8.size() <= MAX_PIECE) return utf8;
-  std::size_t end = MAX_PIECE;
-  while (end > MAX_PIECE - U8_MAX_LENGTH && U8_IS_TRAIL(utf8[end])) --end;
-  return utf8.substr(0, end);
-}
-
-// U8_NEXT narrows without a cast.
+// ICU's macros narrow without a cast.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
+
+// The longest beginning of `utf8` that is not too long for ICU and cuts no well-formed sequence.
+std::string_view utf8_piece(std::string_view utf8) {
+  if (utf8.size() <= MAX_PIECE) return utf8;
+  auto const* const bytes = reinterpret_cast<std::uint8_t const*>(utf8.data());
+  auto end = static_cast<std::int32_t>(MAX_PIECE);
+  U8_SET_CP_START(bytes, 0, end);
+  return utf8.substr(0, static_cast<std::size_t>(end));
+}
 
 // The offset of the first sequence in `utf8` that is not UTF-8.
 std::int32_t ill_formed_offset(std::string_view utf8) {

@@ -9,10 +9,10 @@ namespace Orn {
 class UtilCatalogue {
  public:
   enum Index {
-    UNKNOWN_TAG_ID = 1,         ///< number
-    UNKNOWN_TAG_NAME = 2,       ///< local name, namespace URI
-    UNKNOWN_NAMESPACE_ID = 3,   ///< number
-    ILL_FORMED_UTF8 = 4,        ///< offset in bytes
+    UNKNOWN_TAG_ID = 1,        ///< number
+    UNKNOWN_TAG_NAME = 2,      ///< local name, namespace URI
+    UNKNOWN_NAMESPACE_ID = 3,  ///< number
+    ILL_FORMED_UTF8 = 4,       ///< offset in bytes
   };
 
   static char const** table() noexcept;

@@ -12,10 +12,10 @@ namespace Orn {
 struct VocabularyEntry {
   enum Kind { NAMESPACE, TAG, CATCH_ALL };
   Kind kind;
-  std::int32_t number;    ///< of the namespace or tag
-  char const* name;       ///< of the constant, for messages
-  std::int32_t ns;        ///< TAG, CATCH_ALL: the number of its namespace
-  char16_t const* text;   ///< NAMESPACE: its URI; TAG, CATCH_ALL: the local name
+  std::int32_t number;   ///< of the namespace or tag
+  char const* name;      ///< of the constant, for messages
+  std::int32_t ns;       ///< TAG, CATCH_ALL: the number of its namespace
+  char16_t const* text;  ///< NAMESPACE: its URI; TAG, CATCH_ALL: the local name
 };
 
 /// Enters a vocabulary into the tag registry: the names that a product's documents use.
@@ -50,16 +50,18 @@ struct VocabularyEntry {
 ///   }
 ///
 /// Any number of vocabularies may be linked into one process. Numbers are the product's own,
-/// explicit and stable; 0 is taken. Tags numbered above 1141 are hidden from the attribute
-/// iteration of the streaming reader.
+/// explicit and stable; 0 is taken. A vocabulary uses the namespaces that it declares itself. Tags
+/// numbered above 1141 are hidden from the attribute iteration of the streaming reader.
 ///
 /// A number used twice, a name (namespace URI and local name) used twice, a second catch-all, a
-/// number 0 or a namespace that is not there stops the program while it is loaded, with a
-/// message on the standard error stream that names the entries. Two namespaces may have one URI.
+/// number 0, an empty local name or a namespace that is not there stops the program while it is
+/// loaded, with a message on the standard error stream that names the entries. Two namespaces may
+/// have one URI.
 class TQUTIL_API Vocabulary {
  public:
   template <std::size_t N>
-  Vocabulary(char const* name, VocabularyEntry const (&entries)[N]) : Vocabulary(name, entries, N) {}
+  Vocabulary(char const* name, VocabularyEntry const (&entries)[N])
+      : Vocabulary(name, entries, N) {}
   Vocabulary(char const* name, VocabularyEntry const* entries, std::size_t count);
 };
 
