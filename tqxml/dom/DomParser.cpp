@@ -58,9 +58,9 @@ DomParser::Elem DomParser::root() {
 }
 
 void DomParser::parse() {
-  xercesc::MemBufInputSource const source(
-      reinterpret_cast<XMLByte const*>(xml_doc_text.data()), xml_doc_text.size(), SYSTEM_ID, false,
-      xercesc::XMLPlatformUtils::fgMemoryManager);
+  xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
+                                          xml_doc_text.size(), SYSTEM_ID, false,
+                                          xercesc::XMLPlatformUtils::fgMemoryManager);
   parser->setDoNamespaces(true);
   parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
   // Its fatalError throws what it is given, and the rest of it does nothing.

@@ -7,8 +7,8 @@
 
 namespace Orn {
 
-// What a reader raises when a document does not have the shape that its caller demands. Every reader
-// offers the same operations, so that they complain in the same words.
+// What a reader raises when a document does not have the shape that its caller demands. Every
+// reader offers the same operations, so that they complain in the same words.
 
 /// `handle` is the class of the handle, "DomParser::Elem" for example, and `operation` the name of
 /// the operation that was called on it, without parentheses.

@@ -25,8 +25,7 @@ template <class E>
 
 template <class E>
 [[noreturn]] void raise(Catalogue::Index index, UMessage::Arg const& a1, UMessage::Arg const& a2,
-                        UMessage::Arg const& a3,
-                        UMessage::Arg const& a4 = UMessage::Arg::nil) {
+                        UMessage::Arg const& a3, UMessage::Arg const& a4 = UMessage::Arg::nil) {
   UMessage::Arg const& nil = UMessage::Arg::nil;
   raise<E>(UMessage(Catalogue::table(), index, a1, a2, a3, a4, nil, nil, nil, nil, nil, nil));
 }

@@ -14,11 +14,13 @@ namespace Orn {
 /// References are held
 ///   - by handles and by the SaxParser (on the root),
 ///   - by the parser, on every element that it is inside of, from start tag to end tag,
-///   - by an element, on each of its children that `next_child` has not given away, and on all of its
+///   - by an element, on each of its children that `next_child` has not given away, and on all of
+///   its
 ///     attributes, given away or not.
-/// All of them point downwards, so there are no cycles: no record keeps its parent, and an attribute
-/// does not keep its element. What is still open is kept by the parser, so that a caller may let go
-/// of an element while the parser is in the middle of it; such an element ends with its end tag.
+/// All of them point downwards, so there are no cycles: no record keeps its parent, and an
+/// attribute does not keep its element. What is still open is kept by the parser, so that a caller
+/// may let go of an element while the parser is in the middle of it; such an element ends with its
+/// end tag.
 ///
 /// An open record asks the parser for more input. The parser tells those that survive it, after
 /// which asking raises NOT_VALID_STREAM.

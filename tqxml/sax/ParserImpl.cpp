@@ -78,8 +78,9 @@ void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, un
   if (is_empty) end_current();
 }
 
-void SaxParser::ParserImpl::add_attributes(
-    ElemImpl& element, xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, XMLSize_t count) {
+void SaxParser::ParserImpl::add_attributes(ElemImpl& element,
+                                           xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                                           XMLSize_t count) {
   // The vector is reused and may still hold attributes of earlier elements behind its count.
   for (XMLSize_t i = 0; i < count; ++i) {
     xercesc::XMLAttr const& attribute = *attributes.elementAt(i);
@@ -90,8 +91,7 @@ void SaxParser::ParserImpl::add_attributes(
 }
 
 void SaxParser::ParserImpl::endElement(xercesc::XMLElementDecl const& /*decl*/,
-                                       unsigned int /*uri_id*/, bool /*is_root*/,
-                                       Text /*prefix*/) {
+                                       unsigned int /*uri_id*/, bool /*is_root*/, Text /*prefix*/) {
   end_current();
 }
 

@@ -14,9 +14,9 @@ namespace Orn {
 
 /// Drives the scanner one step at a time and turns its events into records.
 ///
-/// The way of a call: a handle (SaxElem.cpp) asks its record (ElemImpl), which answers from what has
-/// been read or calls `next_token()`; the scanner then takes bytes from the StreamInputSource and
-/// calls back into the handlers below, which add to the innermost open record.
+/// The way of a call: a handle (SaxElem.cpp) asks its record (ElemImpl), which answers from what
+/// has been read or calls `next_token()`; the scanner then takes bytes from the StreamInputSource
+/// and calls back into the handlers below, which add to the innermost open record.
 class SaxParser::ParserImpl : public xercesc::SAXParser {
  public:
   /// What the scanner said about the error that ended the parse.
@@ -62,8 +62,8 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   void XMLDecl(Text, Text, Text, Text) override {}
 
   bool scan_step();
-  void add_attributes(ElemImpl& element,
-                      xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, XMLSize_t count);
+  void add_attributes(ElemImpl& element, xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                      XMLSize_t count);
   void end_current() noexcept;
 
   bool started_ = false;

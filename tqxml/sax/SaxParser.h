@@ -19,18 +19,19 @@ namespace Orn {
 ///   order.match(orders::order);                           // raises if it is another document
 ///   for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
 ///     use(line.tag(), line.data());                       // each line is forgotten after its turn
-///   order.child(orders::note);                            // raises: next_child() consumes children
+///   order.child(orders::note);                            // raises: next_child() consumes
+///   children
 ///
-/// The encoding is what the document declares, namespaces are processed, nothing is validated and no
-/// external DTD subset is read; external entities are read where the document refers to them, so
+/// The encoding is what the document declares, namespaces are processed, nothing is validated and
+/// no external DTD subset is read; external entities are read where the document refers to them, so
 /// do not give a SaxParser documents from strangers.
 ///
 /// What reading forward means: `child` and `opt_child` keep what they read past, `data` reads and
 /// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
-/// caller who walks with `next_child` and drops each child before taking the next: the open elements
-/// and the largest single item. The stream is read in pieces of at most 1024 bytes, each awaited
-/// whole unless the stream ends, and the step that delivers the root's end tag reads on to the end
-/// of the stream, since nothing but comments, instructions and white space may follow.
+/// caller who walks with `next_child` and drops each child before taking the next: the open
+/// elements and the largest single item. The stream is read in pieces of at most 1024 bytes, each
+/// awaited whole unless the stream ends, and the step that delivers the root's end tag reads on to
+/// the end of the stream, since nothing but comments, instructions and white space may follow.
 ///
 /// Handles share counted records: one stays valid after its element has ended, after the parser has
 /// gone on, and after the parser is gone; only asking for more input raises NOT_VALID_STREAM then.
@@ -95,8 +96,8 @@ class TQXML_API SaxParser {
 
 /// A handle on an element of the document that is being read, or nil.
 ///
-/// Unless said otherwise an operation on a nil handle raises StateException NIL_ELEMENT, which names
-/// the operation. Copies share the element, and with it the iterations.
+/// Unless said otherwise an operation on a nil handle raises StateException NIL_ELEMENT, which
+/// names the operation. Copies share the element, and with it the iterations.
 class TQXML_API SaxParser::Elem {
  public:
   /// A nil handle.
@@ -119,9 +120,9 @@ class TQXML_API SaxParser::Elem {
   /// The first child element, nil when there is none. Reads at most to the child's start tag.
   /// Raises CHILD_AFTER_NEXT_CHILD once `next_child` has been called on the element.
   Elem child() const;
-  /// The first child element with the tag `id`. Reads at most to its start tag, keeping the children
-  /// before it. Raises MISSING_REQUIRED_CHILD when there is none, OPT_CHILD_AFTER_NEXT_CHILD once
-  /// `next_child` has been called on the element.
+  /// The first child element with the tag `id`. Reads at most to its start tag, keeping the
+  /// children before it. Raises MISSING_REQUIRED_CHILD when there is none,
+  /// OPT_CHILD_AFTER_NEXT_CHILD once `next_child` has been called on the element.
   Elem child(XmlTag::Id id) const;
   /// The same, but nil when there is none.
   Elem opt_child(XmlTag::Id id) const;
@@ -150,8 +151,9 @@ class TQXML_API SaxParser::Elem {
   Ref<ElemImpl> record_;
 };
 
-/// A handle on an attribute of an element that has been read, or nil. Valid also when the element is
-/// gone. An operation on a nil handle raises StateException NIL_ATTRIBUTE, which names the operation.
+/// A handle on an attribute of an element that has been read, or nil. Valid also when the element
+/// is gone. An operation on a nil handle raises StateException NIL_ATTRIBUTE, which names the
+/// operation.
 class TQXML_API SaxParser::Attribute {
  public:
   /// A nil handle.

@@ -26,8 +26,8 @@ class SaxParser::StreamInputSource::BinStream : public xercesc::BinInputStream {
  public:
   explicit BinStream(std::istream* in) : in_(in) {}
 
-  /// Reads at most MAX_READ bytes, whatever is asked for. The end of the stream gives fewer, and then
-  /// none. Raises RuntimeException BAD_READ when the stream has gone bad or there is none.
+  /// Reads at most MAX_READ bytes, whatever is asked for. The end of the stream gives fewer, and
+  /// then none. Raises RuntimeException BAD_READ when the stream has gone bad or there is none.
   XMLSize_t readBytes(XMLByte* to_fill, XMLSize_t max_to_read) override;
 
   /// Seeks to the start of the stream, on purpose, and gives the position that this reports. The

@@ -41,8 +41,8 @@ bool ElemComparison::same_head(Elem const& a, Elem const& b) {
 }
 
 // Whether the trees agree child by child, all the way down; they are alike then. Gives up, with
-// false, on distinct children that are both listed more than once, since the same two may meet again
-// and again: without that, the walk is linear.
+// false, on distinct children that are both listed more than once, since the same two may meet
+// again and again: without that, the walk is linear.
 bool ElemComparison::same_in_order(Elem const& a, Elem const& b) {
   struct Step {
     Elem const* a;
@@ -211,7 +211,8 @@ ElemComparison::Answer ElemComparison::match_in_any_order(Question& question, Pa
   std::vector<ClassId> const& a = classes_[question.pair.a]->children;
   std::vector<ClassId> const& b = classes_[question.pair.b]->children;
   while (question.next_a < a.size()) {
-    bool matched = question.next_b == 0 && std::binary_search(b.begin(), b.end(), a[question.next_a]);
+    bool matched =
+        question.next_b == 0 && std::binary_search(b.begin(), b.end(), a[question.next_a]);
     while (!matched) {
       if (question.next_b == b.size()) return Answer::NO;
       next = Pair{a[question.next_a], b[question.next_b]};

@@ -15,12 +15,12 @@ namespace Orn {
 ///
 /// The rule for lists of one tag, order apart, makes a direct search quadratic in a list and
 /// exponential in depth. So trees are first sorted into classes, from the leaves up: two elements
-/// are of one class when tag, attributes, number of children and the classes of their children agree,
-/// where a list of one tag counts as the set of its children's classes. Members of one class are
-/// alike, either way round, and whether two elements are alike depends on their classes alone. Equal
-/// lists then compare by their numbers. Only what finds no partner of its own class is searched for among
-/// the other classes, and each pair of classes is looked into once. Trees that are alike child by
-/// child, in order, do not even need classes.
+/// are of one class when tag, attributes, number of children and the classes of their children
+/// agree, where a list of one tag counts as the set of its children's classes. Members of one class
+/// are alike, either way round, and whether two elements are alike depends on their classes alone.
+/// Equal lists then compare by their numbers. Only what finds no partner of its own class is
+/// searched for among the other classes, and each pair of classes is looked into once. Trees that
+/// are alike child by child, in order, do not even need classes.
 class ElemComparison {
  public:
   static bool alike(XmlDoc::Elem const& a, XmlDoc::Elem const& b);

@@ -5,8 +5,8 @@
 
 #include "tqxml/writer/ElemChild.h"
 
-// The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become markup
-// is in ElemFromReader.cpp and XmlDocTrees.cpp.
+// The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become
+// markup is in ElemFromReader.cpp and XmlDocTrees.cpp.
 
 namespace Orn {
 

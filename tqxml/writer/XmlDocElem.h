@@ -25,10 +25,10 @@ namespace Orn {
 ///   UString markup = order.str();                    // or: doc.add_elem(order, false)
 ///
 /// Children are shared, not copied. A copy of an element has its own list of children, but the
-/// children on it are the same objects, so copying costs the attributes and the direct children, and
-/// a change made through a reference that `add_elem` returned is seen in every tree that holds that
-/// child. Elements added to either list later are not shared. A tree must not be added to an element
-/// inside of it: nothing would ever end the circle.
+/// children on it are the same objects, so copying costs the attributes and the direct children,
+/// and a change made through a reference that `add_elem` returned is seen in every tree that holds
+/// that child. Elements added to either list later are not shared. A tree must not be added to an
+/// element inside of it: nothing would ever end the circle.
 ///
 /// Names, text and markup are not checked; what is written later is what was put in. No operation
 /// raises anything but std::bad_alloc, unless said otherwise, and then the element is as it was.
@@ -67,8 +67,8 @@ class TQXML_API XmlDoc::Elem {
   /// Whether there are no children. Attributes do not count.
   bool empty() const noexcept { return children.empty(); }
 
-  /// Appends an attribute. The value must be safe to write, see `XmlDoc::escape_attr`. The same name
-  /// may be added again.
+  /// Appends an attribute. The value must be safe to write, see `XmlDoc::escape_attr`. The same
+  /// name may be added again.
   void add_attr(XmlTag::Id id, UString const& value);
   /// The same with a number in decimal.
   void add_attr(XmlTag::Id id, long value);
@@ -86,9 +86,9 @@ class TQXML_API XmlDoc::Elem {
   /// Whether this tree is like the other: the same tag, the same attributes in the same order, the
   /// same number of children, and like children. Where all children on both sides are elements of
   /// one tag their order does not matter: each of this element's must be like one of the other's,
-  /// which can serve for several, so that A, A is like A, B but A, B is not like A, A. Otherwise the
-  /// children are compared in order. Texts are compared as stored, escaped or not.
-  /// Takes time about linear in both trees when the lists are alike up to their order.
+  /// which can serve for several, so that A, A is like A, B but A, B is not like A, A. Otherwise
+  /// the children are compared in order. Texts are compared as stored, escaped or not. Takes time
+  /// about linear in both trees when the lists are alike up to their order.
   bool operator==(Elem const& other) const;
   bool operator!=(Elem const& other) const { return !(*this == other); }
 

@@ -13,8 +13,8 @@ XmlDoc::XmlDoc(Elem const& e) : XmlDoc() {
 }
 
 void XmlDoc::add_elem(Elem const& e, bool default_ns) {
-  // The elements between the root of the tree and what is being written, with the next child of each:
-  // a list, since the depth is up to the tree.
+  // The elements between the root of the tree and what is being written, with the next child of
+  // each: a list, since the depth is up to the tree.
   struct Step {
     Elem const* elem;
     std::size_t next_child;
@@ -38,8 +38,8 @@ void XmlDoc::add_elem(Elem const& e, bool default_ns) {
   }
 }
 
-// Writes an element of a tree up to its children. Without attributes and children that is all of it,
-// and the result is false.
+// Writes an element of a tree up to its children. Without attributes and children that is all of
+// it, and the result is false.
 bool XmlDoc::begin_tree(Elem const& e, bool default_ns) {
   if (e.attrs.empty() && e.children.empty()) {
     add_elem(e.tag, default_ns);
