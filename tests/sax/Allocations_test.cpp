@@ -1,0 +1,363 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <iterator>
+#include <new>
+#include <string>
+#include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "tests/sax/Source.h"
+#include "tests/support/Raises.h"
+#include "tests/support/TestTags.h"
+#include "tqxml/foundation/Catalogue.h"
+#include "tqxml/sax/SaxParser.h"
+
+// In this program every allocation is counted, and any of them can be made to fail.
+
+namespace {
+
+/// How many allocations succeed before one fails; negative when none is to fail.
+long before_failure = -1;
+long allocations = 0;
+long blocks_in_use = 0;
+
+bool fails_now() { return before_failure >= 0 && before_failure-- == 0; }
+
+/// What Xerces asks for memory instead of its own manager, and with the same behaviour. Xerces
+/// leaves its own objects behind, on purpose, when memory runs out: they can be swept up here.
+class MemoryOfXerces : public xercesc::MemoryManager {
+ public:
+  xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
+
+  void* allocate(XMLSize_t size) override {
+    void* const memory = fails_now() ? nullptr : std::malloc(sizeof(Block) + size);
+    if (memory == nullptr) throw xercesc::OutOfMemoryException();
+    ++allocations;
+    ++blocks_;
+    auto* const block = new (memory) Block{&all_, all_.next, generation_};
+    all_.next->previous = block;
+    all_.next = block;
+    return block + 1;
+  }
+
+  void deallocate(void* memory) override {
+    if (memory == nullptr) return;
+    --blocks_;
+    Block* const block = static_cast<Block*>(memory) - 1;
+    block->previous->next = block->next;
+    block->next->previous = block->previous;
+    std::free(block);
+  }
+
+  long blocks() const { return blocks_; }
+
+  /// Blocks that are allocated from now on and have not been freed are so by `sweep_up`.
+  void begin() { ++generation_; }
+  void sweep_up() {
+    for (Block* block = all_.next; block != &all_;) {
+      Block* const next = block->next;
+      if (block->generation == generation_) deallocate(block + 1);
+      block = next;
+    }
+  }
+
+ private:
+  struct alignas(std::max_align_t) Block {
+    Block* previous;
+    Block* next;
+    unsigned int generation;
+  };
+
+  unsigned int generation_ = 0;
+  long blocks_ = 0;
+  Block all_{&all_, &all_, 0};
+};
+
+MemoryOfXerces memory_of_xerces;
+
+}  // namespace
+
+// Not inlined, for the compiler is not to find malloc() and free() behind new and delete.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  void* const block = fails_now() ? nullptr : std::malloc(size);
+  if (block == nullptr) throw std::bad_alloc();
+  ++allocations;
+  ++blocks_in_use;
+  return block;
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept {
+  if (block == nullptr) return;
+  --blocks_in_use;
+  std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+
+namespace tests {
+namespace {
+
+namespace tag = testtags;
+using Orn::Catalogue;
+using Orn::RuntimeException;
+using Orn::SaxParser;
+using Orn::StateException;
+using Orn::STPException;
+using Elem = SaxParser::Elem;
+
+// Texts that are too long to be kept without a block of their own stand beside short ones.
+std::string const document =
+    "<?xml version='1.0'?><!DOCTYPE r [<!ENTITY e 'the text of an entity'>]>"
+    "<r a='1' xmlns:p='urn:test:u' b='a value that is not short'><!-- comment -->"
+    "<a c='2'>text<b>and &e; and more</b><![CDATA[and this]]></a><p:b/><?target data?>"
+    "<c><d e='3'>x</d><e/>y</c></r>";
+
+/// The elements of the document in its order, and their texts.
+struct {
+  Orn::XmlTag::Id tag;
+  char16_t const* data;
+} const contents[] = {
+    {tag::r, u""},
+    {tag::a, u"textand this"},
+    {tag::b, u"and the text of an entity and more"},
+    {tag::u_b, u""},
+    {tag::c, u"y"},
+    {tag::d, u"x"},
+    {tag::e, u""},
+};
+
+/// The elements that a walk over the document has come by.
+struct Findings {
+  Elem elements[std::size(contents)];
+  std::size_t count = 0;
+};
+
+void walk(Elem element, Findings& findings) {
+  findings.elements[findings.count++] = element;
+  for (auto attr = element.next_attr(); !attr.is_nil(); attr = element.next_attr()) attr.data();
+  for (Elem child = element.next_child(); !child.is_nil(); child = element.next_child()) {
+    walk(child, findings);
+  }
+  element.data();
+}
+
+template <class Call>
+void expect_refusal(Call call) {
+  try {
+    call();
+    ADD_FAILURE() << "nothing was refused";
+  } catch (StateException const&) {
+  }
+}
+
+void use_every_operation(Elem root, Findings& findings) {
+  root.is_empty();
+  root.child().data();
+  root.child(tag::a).match(tag::a);
+  root.opt_child(tag::c);
+  expect_refusal([&] { root.match(tag::x); });
+  expect_refusal([&] { root.child(tag::x); });
+  expect_refusal([&] { root.check_is_empty(true); });
+  expect_refusal([&] { Elem().tag(); });
+  walk(root, findings);
+  expect_refusal([&] { root.child(); });
+}
+
+/// The elements that were found have their texts, or are not complete and never will be.
+void expect_readable(Findings const& findings) {
+  for (std::size_t i = 0; i < findings.count; ++i) {
+    EXPECT_EQ(findings.elements[i].tag(), contents[i].tag);
+    try {
+      EXPECT_EQ(findings.elements[i].data(), contents[i].data);
+    } catch (StateException const& e) {
+      EXPECT_EQ(e.message().index(), Catalogue::NOT_VALID_STREAM);
+    }
+  }
+}
+
+class Allocations : public testing::Test {
+ protected:
+  Allocations() {
+    xercesc::XMLPlatformUtils::fgMemoryManager = &memory_of_xerces;
+    // Has what is built on first use built.
+    Source source(document);
+    SaxParser parser(source);
+    Findings findings;
+    use_every_operation(parser.root(), findings);
+    EXPECT_EQ(findings.count, std::size(contents));
+    expect_readable(findings);
+    EXPECT_THROW(parser.initialize(nullptr), RuntimeException);
+  }
+  ~Allocations() override { xercesc::XMLPlatformUtils::fgMemoryManager = usual_memory_; }
+
+ private:
+  xercesc::MemoryManager* usual_memory_ = xercesc::XMLPlatformUtils::fgMemoryManager;
+};
+
+TEST_F(Allocations, AreAllFreedInTheEnd) {
+  long const blocks = blocks_in_use, xerces_blocks = memory_of_xerces.blocks();
+  {
+    Source source(document);
+    SaxParser const parser(source);
+    Findings findings;
+    use_every_operation(parser.root(), findings);
+    EXPECT_GT(blocks_in_use, blocks);
+    EXPECT_GT(memory_of_xerces.blocks(), xerces_blocks);
+  }
+  EXPECT_EQ(blocks_in_use, blocks);
+  EXPECT_EQ(memory_of_xerces.blocks(), xerces_blocks);
+}
+
+TEST_F(Allocations, AreAllFreedWhateverTheDocumentFailsOf) {
+  for (std::string const& xml :
+       {std::string(), std::string("<r><a b='1'></r>"), std::string("<r><a/><unknown/></r>"),
+        std::string("<r><a c='1' unknown='2'/></r>"), std::string("<r></r>x"),
+        std::string("<r>\xff"), document.substr(0, document.size() - 5)}) {
+    long const blocks = blocks_in_use, xerces_blocks = memory_of_xerces.blocks();
+    {
+      Source source(xml);
+      SaxParser parser;
+      EXPECT_THROW(parser.initialize(&source).data(), STPException) << xml;
+    }
+    EXPECT_EQ(blocks_in_use, blocks) << xml;
+    EXPECT_EQ(memory_of_xerces.blocks(), xerces_blocks) << xml;
+  }
+}
+
+TEST_F(Allocations, OfAChildThatWasTakenAreFreedWithItsLastHandle) {
+  std::string xml = "<r>";
+  for (int i = 0; i < 1000; ++i) {
+    xml += "<a b='a value that is not short'><c>" + std::string(2000, 'x') + "</c><d/></a>";
+  }
+  Source source(xml + "</r>");
+  SaxParser const parser(source);
+  Elem root = parser.root();
+  auto const read_child = [&] {
+    Elem a = root.next_child();
+    EXPECT_EQ(a.next_attr().tag(), tag::b);
+    EXPECT_EQ(a.next_child().data().length(), 2000U);
+    EXPECT_EQ(a.data(), u"");
+  };
+  read_child();
+  long const blocks = blocks_in_use, xerces_blocks = memory_of_xerces.blocks();
+  for (int i = 1; i < 1000; ++i) {
+    read_child();
+    ASSERT_EQ(blocks_in_use, blocks);
+    ASSERT_EQ(memory_of_xerces.blocks(), xerces_blocks);
+  }
+}
+
+TEST_F(Allocations, OfAChildThatWasDroppedWhileOpenAreFreedWithItsEndTag) {
+  std::string xml = "<r>";
+  for (int i = 0; i < 1000; ++i) xml += "<a><b><c/></b><b/></a>";
+  Source source(xml + "</r>");
+  SaxParser const parser(source);
+  Elem root = parser.root();
+  auto const drop_child = [&] { root.next_child().next_child().child(); };
+  drop_child();
+  long const blocks = blocks_in_use;
+  for (int i = 1; i < 1000; ++i) {
+    drop_child();
+    ASSERT_EQ(blocks_in_use, blocks);
+  }
+}
+
+TEST_F(Allocations, OfAnAttributeAreFreedWithItsElementAndItsLastHandle) {
+  Source source("<r><a b='a value that is not short'/><c/></r>");
+  SaxParser parser(source);
+  Elem root = parser.root(), a = root.next_child();
+  SaxParser::Attribute b = a.next_attr();
+  EXPECT_EQ(root.next_child().tag(), tag::c);
+  long const with_both = blocks_in_use;
+  a = Elem();
+  long const with_attribute = blocks_in_use;
+  EXPECT_LT(with_attribute, with_both);
+  EXPECT_EQ(b.data(), u"a value that is not short");
+  EXPECT_GT(blocks_in_use, with_attribute - 1);
+  b = SaxParser::Attribute();
+  EXPECT_LT(blocks_in_use, with_attribute);
+}
+
+TEST_F(Allocations, OfTheParserAreFreedWithTheLastSaxParser) {
+  Source source(document);
+  long const xerces_blocks = memory_of_xerces.blocks();
+  SaxParser parser(source);
+  SaxParser copy(parser);
+  Elem const root = parser.root();
+  parser = SaxParser();
+  EXPECT_GT(memory_of_xerces.blocks(), xerces_blocks);
+  copy = parser;
+  EXPECT_EQ(memory_of_xerces.blocks(), xerces_blocks);
+  EXPECT_EQ(root.tag(), tag::r);
+}
+
+TEST_F(Allocations, AreNotMadeByCopyingHandlesAndParsers) {
+  Source source(document);
+  SaxParser const parser(source);
+  Elem root = parser.root(), elem;
+  SaxParser other;
+  SaxParser::Attribute const a = root.next_attr();
+  SaxParser::Attribute attribute;
+  long const before = allocations;
+  elem = root;
+  other = parser;
+  attribute = a;
+  Elem(parser.root()).match(tag::r);
+  SaxParser const copy(other);
+  EXPECT_EQ(allocations, before);
+}
+
+template <class Call>
+char const* outcome_of(Call call) {
+  try {
+    call();
+    return "success";
+  } catch (std::bad_alloc const&) {
+    return "std::bad_alloc";
+  } catch (STPException const&) {
+    return "an exception of the library";
+  } catch (...) {
+    return "an exception from outside of the library";
+  }
+}
+
+/// Reads the document with one allocation failing, `n` having succeeded. Returns whether it came to
+/// that.
+bool fails_with_allocation(long n) {
+  Source source(document);
+  memory_of_xerces.begin();
+  long const blocks = blocks_in_use;
+  bool failed = false;
+  {
+    SaxParser parser;
+    Findings findings;
+    before_failure = n;
+    char const* const outcome =
+        outcome_of([&] { use_every_operation(parser.initialize(&source), findings); });
+    failed = before_failure < 0;
+    before_failure = -1;
+    EXPECT_STREQ(outcome, failed ? "std::bad_alloc" : "success");
+    expect_readable(findings);
+    if (findings.count > 0) {
+      EXPECT_EQ(parser.root().tag(), tag::r);
+    }
+  }
+  EXPECT_EQ(blocks_in_use, blocks);
+  memory_of_xerces.sweep_up();
+  return failed;
+}
+
+TEST_F(Allocations, ThatFailAreABadAllocAndLeaveNothingBehind) {
+  long failures = 0;
+  while (fails_with_allocation(failures)) {
+    ASSERT_FALSE(HasFailure()) << "the allocation that failed was number " << failures;
+    ++failures;
+  }
+  EXPECT_GT(failures, 100);
+}
+
+}  // namespace
+}  // namespace tests
