@@ -2,6 +2,7 @@
 
 #include "tqxml/dom/DomParser.h"
 #include "tqxml/foundation/NavigationErrors.h"
+#include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesText.h"
 
 namespace Orn {
@@ -31,7 +32,8 @@ void DomParser::Attribute::match(XmlTag::Id expected) const {
 UString DomParser::Attribute::data() const {
   static UString const name(u"data");
   check_is_nil(name);
-  return to_ustring(node->getNodeValue());
+  // The parser may put the value together only now.
+  return with_xerces_memory([this] { return to_ustring(node->getNodeValue()); });
 }
 
 }  // namespace Orn

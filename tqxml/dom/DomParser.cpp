@@ -7,6 +7,7 @@
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include "tqxml/foundation/Raise.h"
+#include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
 #include "tqxml/foundation/XercesText.h"
 #include "tqxml/writer/XmlDoc.h"
@@ -18,6 +19,25 @@ namespace {
 bool const g_initialized_ok = start_xerces();
 
 constexpr char SYSTEM_ID[] = "some-fake-system-id???";
+
+// Raises our exception for the one that is being handled.
+[[noreturn]] void raise_parse_failure() {
+  try {
+    throw;
+  } catch (xercesc::XMLException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_XML_EXCEPTION, static_cast<std::int32_t>(e.getCode()),
+                            static_cast<std::int32_t>(e.getSrcLine()), to_ustring(e.getMessage()));
+  } catch (xercesc::DOMException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_DOM_EXCEPTION, static_cast<std::int32_t>(e.code),
+                            to_ustring(e.getMessage()));
+  } catch (xercesc::SAXParseException const& e) {
+    raise<RuntimeException>(Catalogue::XERCES_SAX_PARSE_EXCEPTION,
+                            static_cast<long>(e.getLineNumber()),
+                            static_cast<long>(e.getColumnNumber()), to_ustring(e.getMessage()));
+  } catch (...) {
+    raise<RuntimeException>(Catalogue::UNRECOGNIZED_XERCES_EXCEPTION);
+  }
+}
 
 }  // namespace
 
@@ -37,8 +57,10 @@ DomParser& DomParser::operator=(DomParser const& other) {
   return *this;
 }
 
+bool DomParser::is_parsed() const { return parser != nullptr && parser->getDocument() != nullptr; }
+
 void DomParser::set_xml_doc_text(std::string const& text) {
-  if (!xml_doc_text.empty() && parser->getDocument() != nullptr) {
+  if (!xml_doc_text.empty() && is_parsed()) {
     make_parser();
     error_handler.reset();
   }
@@ -46,18 +68,29 @@ void DomParser::set_xml_doc_text(std::string const& text) {
 }
 
 void DomParser::make_parser() {
-  // Without a memory manager Xerces has not got far enough in its initialisation to make anything.
-  if (xercesc::XMLPlatformUtils::fgMemoryManager == nullptr) return;
-  parser = std::make_unique<xercesc::XercesDOMParser>(
-      nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+  parser = with_xerces_memory([] {
+    return std::make_unique<xercesc::XercesDOMParser>(
+        nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+  });
 }
 
 DomParser::Elem DomParser::root() {
-  if (parser->getDocument() == nullptr) parse();
+  if (!is_parsed()) parse();
   return Elem(parser->getDocument()->getDocumentElement());
 }
 
 void DomParser::parse() {
+  if (parser == nullptr) make_parser();
+  try {
+    run_parser();
+  } catch (...) {
+    // A parser that failed before it had a document would refuse every other one.
+    if (!is_parsed()) parser.reset();
+    raise_parse_failure();
+  }
+}
+
+void DomParser::run_parser() {
   xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
                                           xml_doc_text.size(), SYSTEM_ID, false,
                                           xercesc::XMLPlatformUtils::fgMemoryManager);
@@ -67,21 +100,7 @@ void DomParser::parse() {
   auto handler = std::make_unique<xercesc::HandlerBase>();
   parser->setErrorHandler(handler.get());
   error_handler = std::move(handler);
-  try {
-    parser->parse(source);
-  } catch (xercesc::XMLException const& e) {
-    raise<RuntimeException>(Catalogue::XERCES_XML_EXCEPTION, static_cast<std::int32_t>(e.getCode()),
-                            static_cast<std::int32_t>(e.getSrcLine()), to_ustring(e.getMessage()));
-  } catch (xercesc::DOMException const& e) {
-    raise<RuntimeException>(Catalogue::XERCES_DOM_EXCEPTION, static_cast<std::int32_t>(e.code),
-                            to_ustring(e.getMessage()));
-  } catch (xercesc::SAXParseException const& e) {
-    raise<RuntimeException>(Catalogue::XERCES_SAX_PARSE_EXCEPTION,
-                            static_cast<long>(e.getLineNumber()),
-                            static_cast<long>(e.getColumnNumber()), to_ustring(e.getMessage()));
-  } catch (...) {
-    raise<RuntimeException>(Catalogue::UNRECOGNIZED_XERCES_EXCEPTION);
-  }
+  parser->parse(source);
 }
 
 }  // namespace Orn

@@ -69,10 +69,13 @@ class TQXML_API DomParser {
   Elem root();
 
  private:
+  bool is_parsed() const;
   void make_parser();
   void parse();
+  void run_parser();
 
   std::string xml_doc_text;
+  /// Null between a parse that failed early and the next.
   std::unique_ptr<xercesc::XercesDOMParser> parser;
   std::unique_ptr<xercesc::ErrorHandler> error_handler;
 };

@@ -1,14 +1,13 @@
 #include "tqxml/sax/ParserImpl.h"
 
-#include <new>
 #include <utility>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "tqxml/foundation/Raise.h"
+#include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesText.h"
 
 namespace Orn {
@@ -48,9 +47,9 @@ void SaxParser::ParserImpl::next_token() {
   if (over_) raise<StateException>(Catalogue::NOT_VALID_STREAM);
   over_ = true;
   try {
-    if (!scan_step()) raise<StateException>(Catalogue::NOT_VALID_STREAM);
-  } catch (xercesc::OutOfMemoryException const&) {
-    throw std::bad_alloc();
+    if (!with_xerces_memory([this] { return scan_step(); })) {
+      raise<StateException>(Catalogue::NOT_VALID_STREAM);
+    }
   } catch (xercesc::XMLException const& e) {
     if (complaint_.text.empty()) complaint_.text = to_ustring(e.getMessage());
     raise<StateException>(Catalogue::NOT_VALID_STREAM);

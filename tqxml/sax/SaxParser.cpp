@@ -1,5 +1,6 @@
 #include "tqxml/sax/SaxParser.h"
 
+#include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
 #include "tqxml/sax/ParserImpl.h"
 
@@ -23,7 +24,7 @@ SaxParser::~SaxParser() = default;
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
   root_ = Ref<ElemImpl>();
   // Not make_shared: the parser allocates itself.
-  impl_ = std::shared_ptr<ParserImpl>(new ParserImpl(in));
+  impl_ = with_xerces_memory([in] { return std::shared_ptr<ParserImpl>(new ParserImpl(in)); });
   root_ = impl_->root();
   return root();
 }
