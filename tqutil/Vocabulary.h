@@ -24,7 +24,7 @@ struct VocabularyEntry {
 ///
 ///   TQ_NS (1, ns_orders, u"urn:example:orders")        // number, constant, URI
 ///   TQ_TAG(1, order, ns_orders, u"order")              // number, constant, namespace, local name
-///   TQ_TAG(2, id,    TQ_NO_NS,  u"id")                 // a name without a namespace
+///   TQ_TAG(2, lang,  TQ_NO_NS,  u"lang")               // a name without a namespace
 ///   TQ_CATCH_ALL(3, other, TQ_NO_NS, u"other")         // optional: stands for unregistered names
 ///
 /// A header makes the named constants of it:

@@ -27,10 +27,11 @@ namespace Orn {
 /// gives, on one line,
 ///
 ///   <?xml version="1.0" encoding="UTF-8"?>
-///   <N1:order xmlns:N1="urn:example:orders" id="42"><N1:note>R&amp;D</N1:note></N1:order>
+///   <N1:order xmlns:N1="urn:example:orders" N1:id="42"><N1:note>R&amp;D</N1:note></N1:order>
 ///
 /// Elements and attributes are named by the numbers of the tag registry. A prefix is made up for
-/// each namespace that has none, and all namespaces are declared on the root element. Attribute
+/// each namespace that has none, and all namespaces are declared on the root element; that goes for
+/// names without a namespace too, whose declaration (of the empty URI) no reader accepts. Attribute
 /// values, comments, processing instructions and namespace URIs are written exactly as given; so
 /// is text, unless escaping is asked for.
 ///
