@@ -25,7 +25,7 @@ using Orn::XmlTag;
 
 constexpr int namespaces = 100;
 constexpr int repetitions = 7;
-constexpr unsigned int units_per_mib = 1024 * 1024 / sizeof(UString::unit_type);
+constexpr unsigned int units_per_mib = std::size_t{1024} * 1024 / sizeof(UString::unit_type);
 constexpr unsigned int short_mib = 16;
 constexpr unsigned int long_mib = 64;
 constexpr double linear = double{long_mib} / short_mib;

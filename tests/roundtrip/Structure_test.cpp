@@ -184,7 +184,7 @@ std::string difference(DomParser::Elem elem, Node const& node) {
   if (!has_text(elem, node)) return tag + " has the text \"" + elem.data().to_utf8() + '"';
   for (Node const& child : node.children) {
     std::string const found = difference(elem.next_child(), child);
-    if (!found.empty()) return tag + ": " + found;
+    if (!found.empty()) return std::string(tag).append(": ").append(found);
   }
   return elem.next_child().is_nil() ? "" : tag + " has more children";
 }

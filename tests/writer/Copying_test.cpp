@@ -1,3 +1,4 @@
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -11,7 +12,6 @@ namespace {
 using namespace testtags;
 using Orn::UString;
 using Orn::XmlDoc;
-using Orn::XmlTag;
 
 /// One in each state, with something in every field.
 std::vector<XmlDoc> documents() {

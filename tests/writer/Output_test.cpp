@@ -37,8 +37,8 @@ XmlDoc closed_with_text(UString const& text) {
 }
 
 std::string bytes_around(std::string const& text) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r xmlns=\"urn:test:u\" xmlns=\"urn:test:u\">" +
-         text + "</r>";
+  std::string const root = R"(<r xmlns="urn:test:u" xmlns="urn:test:u">)";
+  return R"(<?xml version="1.0" encoding="UTF-8"?>)" + root + text + "</r>";
 }
 
 TEST(ByteArray, IsTheTextInUtf8WithoutAByteOrderMark) {
