@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 #include "tests/support/ElemTestAccess.h"
@@ -35,21 +36,24 @@ inline Orn::UString outline(Orn::XmlDoc::Elem const& tree) {
   return tree.empty() ? line : line.append(u"]");
 }
 
-/// A tree that shares nothing with `tree`, in which `change` has been at the tag and the attributes
-/// of each element.
+/// A tree that shares nothing with `tree`, in which `change_head` has been at the tag and the
+/// attributes of each element, and `change_text` at each text.
 using Head = std::pair<Orn::XmlTag::Id, std::vector<Orn::XmlDoc::Elem::attr_t>>;
-inline Orn::XmlDoc::Elem changed(Orn::XmlDoc::Elem const& tree,
-                                 std::function<void(Head&)> const& change) {
+inline Orn::XmlDoc::Elem changed(
+    Orn::XmlDoc::Elem const& tree, std::function<void(Head&)> const& change_head,
+    std::function<void(Orn::UString&)> const& change_text = [](Orn::UString&) {}) {
   using Access = Orn::ElemTestAccess;
   Head head(Access::tag(tree), Access::attrs(tree));
-  change(head);
+  change_head(head);
   Orn::XmlDoc::Elem result(head.first);
   for (auto const& attr : head.second) result.add_attr(attr.id, attr.value);
   for (std::size_t i = 0; i < Access::child_count(tree); ++i) {
-    if (auto const* const text = Access::text(tree, i); text != nullptr) {
-      result.add_body(*text, false);
+    if (auto const* const found = Access::text(tree, i); found != nullptr) {
+      Orn::UString text = *found;
+      change_text(text);
+      result.add_body(text, false);
     } else {
-      result.add_elem(changed(*Access::elem(tree, i), change));
+      result.add_elem(changed(*Access::elem(tree, i), change_head, change_text));
     }
   }
   return result;
