@@ -6,6 +6,7 @@
 
 #include "tests/support/TestTags.h"
 #include "tqxml/dom/DomParser.h"
+#include "tqxml/foundation/Exceptions.h"
 #include "tqxml/writer/XmlDoc.h"
 
 namespace tests {
@@ -249,6 +250,14 @@ TEST(NamespaceDeclarations, AreNotReadBackAsAttributes) {
   DomParser parser(doc);
   EXPECT_TRUE(parser.root().next_attr().is_nil());
   EXPECT_TRUE(parser.root().child().next_attr().is_nil());
+}
+
+TEST(ATagWithoutANamespace, CanBeWrittenWithAPrefixButNotRead) {
+  XmlDoc doc(u_r);
+  doc.add_elem(a);
+  doc.close();
+  DomParser parser(doc);
+  EXPECT_THROW(parser.root(), Orn::RuntimeException);
 }
 
 TEST(ALeafWithoutText, IsReadBackEmptyHoweverItWasWritten) {
