@@ -4,7 +4,6 @@
 #include "show.h"
 #include "tqxml/writer/XmlDoc.h"
 
-using Orn::UString;
 using Orn::XmlDoc;
 
 namespace {

@@ -63,10 +63,11 @@ void branches() {
 void threads() {
   section("threads");
   //! [threads]
-  std::vector<std::vector<UString>> results(4);
+  std::vector<std::string> const orders = {order_of(1), order_of(2), order_of(3)};
+  std::vector<std::vector<UString>> results(orders.size());
   std::vector<std::thread> readers;
-  for (int i = 0; i < 4; ++i) {
-    readers.emplace_back([&results, i] { results[i] = items_of(order_of(i)); });
+  for (std::size_t i = 0; i < orders.size(); ++i) {
+    readers.emplace_back([&, i] { results[i] = items_of(orders[i]); });
   }
   for (std::thread& reader : readers) reader.join();
   for (auto const& items : results) std::cout << items.at(0) << '\n';

@@ -5,7 +5,6 @@
 #include "tqxml/dom/DomParser.h"
 
 using Orn::DomParser;
-using Orn::UString;
 
 namespace {
 

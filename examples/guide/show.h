@@ -16,7 +16,7 @@ inline void section(char const* name) { std::cout << '[' << name << "]\n"; }
 inline void show(Orn::XmlDoc& doc) {
   doc.close();
   std::string const text = doc.byte_array();
-  std::string const declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+  std::string const declaration = R"(<?xml version="1.0" encoding="UTF-8"?>)";
   bool const declared = text.compare(0, declaration.size(), declaration) == 0;
   std::cout << text.substr(declared ? declaration.size() : 0) << '\n';
 }
