@@ -146,7 +146,7 @@ void RandomDocument::write_content(Node& node, unsigned int depth, std::string c
 void RandomDocument::write_text(Node& node) {
   UString text;
   // Now and then more than the stream gives at once.
-  unsigned int const most = one_in(20) ? 600 : 6;
+  unsigned int const most = one_in(40) ? 600 : 6;
   for (unsigned int n = below(most) + 1; n > 0; --n) {
     Piece const& piece = one_in(4) ? one_of(content_pieces) : one_of(pieces);
     xml_ += piece.xml;

@@ -147,7 +147,7 @@ class Comparison {
 };
 
 TEST(BothReaders, AgreeOnRandomDocuments) {
-  for (unsigned int seed = 0; seed < 4000; ++seed) {
+  for (unsigned int seed = 0; seed < 2000; ++seed) {
     RandomDocument const document(seed);
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::istringstream in(document.xml());
@@ -222,7 +222,7 @@ std::string damaged(std::string xml, unsigned int seed) {
 
 TEST(BothReaders, AgreeOnWhichRandomDocumentsAreMalformed) {
   int malformed = 0, well_formed = 0;
-  for (unsigned int seed = 0; seed < 4000; ++seed) {
+  for (unsigned int seed = 0; seed < 2000; ++seed) {
     std::string const xml = damaged(RandomDocument(seed).xml(), seed);
     std::vector<UString> complaint;
     try {
@@ -234,8 +234,8 @@ TEST(BothReaders, AgreeOnWhichRandomDocumentsAreMalformed) {
     EXPECT_EQ(complaint_of_dom(xml), complaint) << xml;
     ++(complaint.empty() ? well_formed : malformed);
   }
-  EXPECT_GT(malformed, 1000);
-  EXPECT_GT(well_formed, 500);
+  EXPECT_GT(malformed, 500);
+  EXPECT_GT(well_formed, 250);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
@@ -23,6 +24,7 @@ namespace {
 long before_failure = -1;
 long allocations = 0;
 long blocks_in_use = 0;
+long most_blocks_in_use = 0;
 
 bool fails_now() { return before_failure >= 0 && before_failure-- == 0; }
 
@@ -85,7 +87,7 @@ MemoryOfXerces memory_of_xerces;
   void* const block = fails_now() ? nullptr : std::malloc(size);
   if (block == nullptr) throw std::bad_alloc();
   ++allocations;
-  ++blocks_in_use;
+  most_blocks_in_use = std::max(most_blocks_in_use, ++blocks_in_use);
   return block;
 }
 
@@ -263,6 +265,19 @@ TEST_F(Allocations, OfAChildThatWasDroppedWhileOpenAreFreedWithItsEndTag) {
     drop_child();
     ASSERT_EQ(blocks_in_use, blocks);
   }
+}
+
+TEST_F(Allocations, AreNotKeptForWhatIsReadOfAChildThatWasDropped) {
+  std::string xml = "<r><a>";
+  for (int i = 0; i < 1000; ++i) xml += "<b c='a value that is not short'>text</b> and more text";
+  Source source(xml + "</a><d/></r>");
+  SaxParser const parser(source);
+  Elem root = parser.root();
+  root.next_child();
+  most_blocks_in_use = blocks_in_use;
+  long const blocks = blocks_in_use;
+  EXPECT_EQ(root.next_child().tag(), tag::d);
+  EXPECT_LE(most_blocks_in_use, blocks + 10);
 }
 
 TEST_F(Allocations, OfAnAttributeAreFreedWithItsElementAndItsLastHandle) {

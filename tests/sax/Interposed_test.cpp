@@ -163,6 +163,7 @@ TEST_F(Step, IsWithNamespacesWithoutValidationAndWithoutAnExternalSubset) {
     EXPECT_EQ(parser.getDoSchema(), plain.getDoSchema());
     EXPECT_EQ(parser.getExitOnFirstFatalError(), plain.getExitOnFirstFatalError());
     EXPECT_EQ(parser.getDocumentHandler(), nullptr);
+    EXPECT_EQ(parser.getLowWaterMark(), 0U);
     EXPECT_EQ(source.getSystemId(), nullptr);
     EXPECT_EQ(source.getPublicId(), nullptr);
     EXPECT_EQ(source.getEncoding(), nullptr);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <sstream>
 #include <string>
 
@@ -20,8 +21,8 @@ using Orn::UString;
 
 struct NotWellFormed {
   std::string xml;
-  unsigned long line;
-  unsigned long column;
+  std::uint64_t line;
+  std::uint64_t column;
 };
 
 NotWellFormed const not_well_formed[] = {
