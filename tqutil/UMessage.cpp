@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -11,16 +12,26 @@ namespace {
 
 UString decimal(long value) { return UString::from_utf8(std::to_string(value)); }
 
-// The number of messages that a catalogue's header, "NAME COUNT", declares.
+// The number of messages that a catalogue's header, "NAME COUNT", declares; as many as there can be
+// when it declares none.
 long message_count(char const** catalogue) {
-  char const* const blank = std::strrchr(catalogue[0], ' ');
-  return blank == nullptr ? 0 : std::strtol(blank + 1, nullptr, 10);
+  char const* const blank = catalogue[0] == nullptr ? nullptr : std::strrchr(catalogue[0], ' ');
+  if (blank == nullptr) return std::numeric_limits<int>::max();
+  char* end = nullptr;
+  long const count = std::strtol(blank + 1, &end, 10);
+  return end == blank + 1 || *end != '\0' ? std::numeric_limits<int>::max() : count;
+}
+
+// Null when there is no such message.
+char const* find_message(char const** catalogue, int index) {
+  if (catalogue == nullptr || index < 0 || index > message_count(catalogue)) return nullptr;
+  return catalogue[index];
 }
 
 UString unknown_message(char const** catalogue, int index) {
   UString text(u"Message ");
   text.append(decimal(index)).append(u" of ");
-  if (catalogue == nullptr) return text.append(u"no catalogue");
+  if (catalogue == nullptr || catalogue[0] == nullptr) return text.append(u"no catalogue");
   return text.append(u"the catalogue '").append(UString::from_utf8(catalogue[0])).append(u"'");
 }
 
@@ -69,11 +80,10 @@ UMessage::Arg const& UMessage::arg(int i) const noexcept {
 }
 
 UString UMessage::text() const {
-  if (catalogue_ == nullptr || index_ < 0 || index_ > message_count(catalogue_)) {
-    return unknown_message(catalogue_, index_);
-  }
+  char const* const message = find_message(catalogue_, index_);
+  if (message == nullptr) return unknown_message(catalogue_, index_);
   UString result;
-  std::string_view rest(catalogue_[index_]);
+  std::string_view rest(message);
   int next_arg = 1;
   while (!rest.empty()) {
     std::size_t const literal = std::min(rest.find('%'), rest.size());

@@ -17,7 +17,8 @@ namespace Orn {
 ///   message.text();                                  // DEMO0001E order has 3 lines.
 ///
 /// A catalogue is an array of zero-terminated UTF-8 strings: a header "NAME COUNT" and COUNT
-/// messages. It is not copied and must outlive its messages.
+/// messages. It is not copied and must outlive its messages. With another header it is up to the
+/// caller to ask for messages that are there.
 class TQUTIL_API UMessage {
  public:
   /// One argument of a message: nothing, a number or a text.

@@ -1,25 +1,23 @@
 #include "tqutil/UString.h"
 
 #include <unicode/uobject.h>
-#include <unicode/ustring.h>
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 #include <ostream>
 #include <stdexcept>
+#include <utility>
 
 #include "tqutil/Utf8.h"
 
 namespace Orn {
 namespace {
 
-std::size_t length_of(UString::unit_type const* text) {
-  return text == nullptr ? 0 : static_cast<std::size_t>(u_strlen(text));
-}
-
-std::size_t length_of(char16_t const* text) {
-  return text == nullptr ? 0 : std::char_traits<char16_t>::length(text);
+// Not u_strlen, which counts in 32 bits with a sign.
+template <class Unit>
+std::size_t length_of(Unit const* text) {
+  return text == nullptr ? 0 : std::char_traits<Unit>::length(text);
 }
 
 unsigned int position(std::size_t found) {
@@ -42,6 +40,11 @@ UString::UString(char16_t const* text, std::size_t length) { append(text, length
 UString::UString(string_type const& text) {
   check_room_for(text.size());
   text_ = text;
+}
+
+UString::UString(string_type&& text) {
+  check_room_for(text.size());
+  text_ = std::move(text);
 }
 
 UString UString::from_utf8(std::string_view utf8) { return utf8_to_utf16(utf8); }
@@ -105,7 +108,7 @@ UString& UString::erase(unsigned int pos, unsigned int n) {
 void UString::reserve(unsigned int units) {
   if (units <= capacity()) return;
   if (units > max_length) throw std::length_error("UString::reserve");
-  std::size_t const doubled = std::min<std::size_t>(std::size_t{capacity()} * 2, max_length);
+  std::size_t const doubled = std::min<std::size_t>(std::size_t{capacity()} * 2, text_.max_size());
   text_.reserve(std::max<std::size_t>(units, doubled));
 }
 
@@ -150,11 +153,17 @@ void* UString::operator new(std::size_t, void* place) noexcept { return place; }
 void* UString::operator new(std::size_t size, std::nothrow_t const&) noexcept {
   return icu::UMemory::operator new(size);
 }
+void* UString::operator new[](std::size_t size, std::nothrow_t const&) noexcept {
+  return icu::UMemory::operator new[](size);
+}
 void UString::operator delete(void* block) noexcept { icu::UMemory::operator delete(block); }
 void UString::operator delete[](void* block) noexcept { icu::UMemory::operator delete[](block); }
 void UString::operator delete(void*, void*) noexcept {}
 void UString::operator delete(void* block, std::nothrow_t const&) noexcept {
   icu::UMemory::operator delete(block);
+}
+void UString::operator delete[](void* block, std::nothrow_t const&) noexcept {
+  icu::UMemory::operator delete[](block);
 }
 
 char const* UString::Utf8Buffer::hold(std::string&& bytes) {

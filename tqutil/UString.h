@@ -35,7 +35,8 @@ class TQUTIL_API UString {
 
   /// What `find` returns when there is nothing to find, and as a count: all the rest.
   static constexpr unsigned int npos = ~0U;
-  /// The longest text, in code units.
+  /// The longest text, in code units. Where addresses have 32 bits memory ends earlier: a text
+  /// there has at most 2^29 units.
   static constexpr unsigned int max_length = npos - 1;
 
   /// An empty text.
@@ -47,6 +48,7 @@ class TQUTIL_API UString {
   UString(char16_t const* text, std::size_t length);
   /// A copy of a standard string of 16-bit units.
   UString(string_type const& text);
+  UString(string_type&& text);
 
   UString(UString const& other) = default;
   UString(UString&& other) noexcept = default;
@@ -113,10 +115,12 @@ class TQUTIL_API UString {
   static void* operator new[](std::size_t size);
   static void* operator new(std::size_t size, void* place) noexcept;
   static void* operator new(std::size_t size, std::nothrow_t const&) noexcept;
+  static void* operator new[](std::size_t size, std::nothrow_t const&) noexcept;
   static void operator delete(void* block) noexcept;
   static void operator delete[](void* block) noexcept;
   static void operator delete(void* block, void* place) noexcept;
   static void operator delete(void* block, std::nothrow_t const&) noexcept;
+  static void operator delete[](void* block, std::nothrow_t const&) noexcept;
 
  private:
   /// Holds what utf8_str() returned last. It belongs to the object, not to its text: copying or

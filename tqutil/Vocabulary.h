@@ -57,6 +57,9 @@ struct VocabularyEntry {
 /// number 0, an empty local name or a namespace that is not there stops the program while it is
 /// loaded, with a message on the standard error stream that names the entries. Two namespaces may
 /// have one URI.
+///
+/// A shared library that is loaded late may bring a vocabulary, provided that no other thread looks
+/// tags up meanwhile and that it is not unloaded and loaded again.
 class TQUTIL_API Vocabulary {
  public:
   template <std::size_t N>
