@@ -60,7 +60,7 @@ bool ElemComparison::same_in_order(Elem const& a, Elem const& b) {
     Child const& child_b = *step.b->children[step.next_child].get();
     ++step.next_child;
     if (&child_a == &child_b) continue;
-    if (child_a.is_shared() && child_b.is_shared()) return false;
+    if (child_a.is_shared() || child_b.is_shared()) return false;
     if (child_a.text() != nullptr && child_b.text() != nullptr) {
       if (*child_a.text() != *child_b.text()) return false;
     } else if (child_a.elem() != nullptr && child_b.elem() != nullptr) {
@@ -146,7 +146,8 @@ ElemComparison::ClassId ElemComparison::class_of_elem(Elem const& elem) {
   for (Ref<Child> const& child : elem.children) {
     found.children.push_back(class_of(*child.get()));
     Elem const* const child_elem = child->elem();
-    if (child_elem == nullptr || child_elem->tag != first->tag) found.homogeneous = false;
+    if (!found.homogeneous) continue;
+    found.homogeneous = child_elem != nullptr && child_elem->tag == first->tag;
   }
   if (found.homogeneous) {
     std::sort(found.children.begin(), found.children.end());
@@ -159,16 +160,21 @@ ElemComparison::ClassId ElemComparison::class_of_elem(Elem const& elem) {
 ElemComparison::ClassId ElemComparison::intern(Class found) {
   auto const next = static_cast<ClassId>(classes_.size());
   auto const [place, is_new] = ids_.try_emplace(std::move(found), next);
-  if (is_new) classes_.push_back(&place->first);
-  return place->second;
+  if (!is_new) return place->second;
+  classes_.push_back(&place->first);
+  parents_.emplace_back();
+  for (ClassId const child : place->first.children) parents_[child].push_back(next);
+  return next;
 }
 
 // Looks into the question, and into those that it depends on, one inside the other in a list.
 bool ElemComparison::answer(Pair pair) {
+  Answer answer = known_answer(pair);
+  if (answer != Answer::UNKNOWN) return answer == Answer::YES;
   std::vector<Question> open{Question{pair}};
   while (!open.empty()) {
     Pair next{};
-    Answer const answer = pursue(open.back(), next);
+    answer = pursue(open.back(), next);
     if (answer == Answer::UNKNOWN) {
       open.push_back(Question{next});
       continue;
@@ -176,11 +182,16 @@ bool ElemComparison::answer(Pair pair) {
     answers_.emplace(open.back().pair, answer == Answer::YES);
     open.pop_back();
   }
-  return answers_.at(pair);
+  return answer == Answer::YES;
 }
 
+// What can be said without looking at children, or has been found out. Only the latter is kept.
 ElemComparison::Answer ElemComparison::known_answer(Pair pair) const {
   if (pair.a == pair.b) return Answer::YES;
+  Class const& a = *classes_[pair.a];
+  Class const& b = *classes_[pair.b];
+  if (a.elem == nullptr || b.elem == nullptr) return Answer::NO;
+  if (a.homogeneous != b.homogeneous || !same_head(*a.elem, *b.elem)) return Answer::NO;
   auto const place = answers_.find(pair);
   if (place == answers_.end()) return Answer::UNKNOWN;
   return place->second ? Answer::YES : Answer::NO;
@@ -188,12 +199,8 @@ ElemComparison::Answer ElemComparison::known_answer(Pair pair) const {
 
 // Goes on with a question until it is answered or depends on one that is not, which is `next`.
 ElemComparison::Answer ElemComparison::pursue(Question& question, Pair& next) const {
-  if (question.pair.a == question.pair.b) return Answer::YES;
-  Class const& a = *classes_[question.pair.a];
-  Class const& b = *classes_[question.pair.b];
-  if (a.elem == nullptr || b.elem == nullptr) return Answer::NO;
-  if (a.homogeneous != b.homogeneous || !same_head(*a.elem, *b.elem)) return Answer::NO;
-  return a.homogeneous ? match_in_any_order(question, next) : match_in_order(question, next);
+  return classes_[question.pair.a]->homogeneous ? match_in_any_order(question, next)
+                                                : match_in_order(question, next);
 }
 
 ElemComparison::Answer ElemComparison::match_in_order(Question& question, Pair& next) const {
@@ -209,22 +216,44 @@ ElemComparison::Answer ElemComparison::match_in_order(Question& question, Pair& 
 
 ElemComparison::Answer ElemComparison::match_in_any_order(Question& question, Pair& next) const {
   std::vector<ClassId> const& a = classes_[question.pair.a]->children;
-  std::vector<ClassId> const& b = classes_[question.pair.b]->children;
-  while (question.next_a < a.size()) {
-    bool matched =
-        question.next_b == 0 && std::binary_search(b.begin(), b.end(), a[question.next_a]);
-    while (!matched) {
-      if (question.next_b == b.size()) return Answer::NO;
-      next = Pair{a[question.next_a], b[question.next_b]};
-      Answer const answer = known_answer(next);
-      if (answer == Answer::UNKNOWN) return answer;
-      matched = answer == Answer::YES;
-      ++question.next_b;
-    }
-    ++question.next_a;
+  for (; question.next_a < a.size(); ++question.next_a) {
+    Answer const answer = find_partner(question, next);
+    if (answer != Answer::YES) return answer;
+    question.next_likely = 0;
     question.next_b = 0;
   }
   return Answer::YES;
+}
+
+// Looks for a partner of the next child: in its own class, then among those that have a child in
+// common with it, then among all.
+ElemComparison::Answer ElemComparison::find_partner(Question& question, Pair& next) const {
+  ClassId const wanted = classes_[question.pair.a]->children[question.next_a];
+  std::vector<ClassId> const& b = classes_[question.pair.b]->children;
+  if (std::binary_search(b.begin(), b.end(), wanted)) return Answer::YES;
+  std::vector<ClassId> const& likely = likely_partners(wanted);
+  for (; question.next_likely < likely.size(); ++question.next_likely) {
+    next = Pair{wanted, likely[question.next_likely]};
+    if (!std::binary_search(b.begin(), b.end(), next.b)) continue;
+    Answer const answer = known_answer(next);
+    if (answer != Answer::NO) return answer;
+  }
+  for (; question.next_b < b.size(); ++question.next_b) {
+    next = Pair{wanted, b[question.next_b]};
+    Answer const answer = known_answer(next);
+    if (answer != Answer::NO) return answer;
+  }
+  return Answer::NO;
+}
+
+// The classes that share with `wanted` the child that the fewest have.
+std::vector<ElemComparison::ClassId> const& ElemComparison::likely_partners(ClassId wanted) const {
+  std::vector<ClassId> const* likely = nullptr;
+  for (ClassId const child : classes_[wanted]->children) {
+    if (likely == nullptr || parents_[child].size() < likely->size()) likely = &parents_[child];
+  }
+  static std::vector<ClassId> const NONE;
+  return likely == nullptr ? NONE : *likely;
 }
 
 }  // namespace Orn

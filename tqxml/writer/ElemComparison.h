@@ -58,10 +58,12 @@ class ElemComparison {
     std::size_t operator()(Pair const& pair) const;
   };
 
-  /// A question that is being looked into: how far its two lists of children have been matched.
+  /// A question that is being looked into: how far its two lists of children have been matched, and
+  /// how far the search for a partner of the next one has come.
   struct Question {
     Pair pair;
     std::size_t next_a = 0;
+    std::size_t next_likely = 0;
     std::size_t next_b = 0;
   };
   enum class Answer { NO, YES, UNKNOWN };
@@ -81,9 +83,13 @@ class ElemComparison {
   Answer pursue(Question& question, Pair& next) const;
   Answer match_in_order(Question& question, Pair& next) const;
   Answer match_in_any_order(Question& question, Pair& next) const;
+  Answer find_partner(Question& question, Pair& next) const;
+  std::vector<ClassId> const& likely_partners(ClassId wanted) const;
 
   std::unordered_map<Class, ClassId, ClassHash> ids_;
   std::vector<Class const*> classes_;
+  /// The classes that have each class among their children.
+  std::vector<std::vector<ClassId>> parents_;
   std::unordered_map<Child const*, ClassId> classes_of_children_;
   std::unordered_map<Pair, bool, PairHash> answers_;
 };

@@ -33,7 +33,10 @@ XmlDoc::Elem::Elem(Elem const& other) = default;
 XmlDoc::Elem::Elem(Elem&& other) noexcept = default;
 XmlDoc::Elem::~Elem() = default;
 
-XmlDoc::Elem& XmlDoc::Elem::operator=(Elem const& other) { return *this = Elem(other); }
+XmlDoc::Elem& XmlDoc::Elem::operator=(Elem const& other) {
+  if (this != &other) *this = Elem(other);
+  return *this;
+}
 
 XmlDoc::Elem& XmlDoc::Elem::operator=(Elem&& other) noexcept {
   // The old children are let go last: `other` may be among them.

@@ -27,8 +27,8 @@ namespace Orn {
 /// Children are shared, not copied. A copy of an element has its own list of children, but the
 /// children on it are the same objects, so copying costs the attributes and the direct children,
 /// and a change made through a reference that `add_elem` returned is seen in every tree that holds
-/// that child. Elements added to either list later are not shared. A tree must not be added to an
-/// element inside of it: nothing would ever end the circle.
+/// that child. Elements added to either list later are not shared. A tree must not be added or
+/// assigned to an element inside of it: nothing would ever end the circle.
 ///
 /// Names, text and markup are not checked; what is written later is what was put in. No operation
 /// raises anything but std::bad_alloc, unless said otherwise, and then the element is as it was.
