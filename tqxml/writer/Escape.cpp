@@ -1,10 +1,16 @@
 #include "tqxml/writer/Escape.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "tqxml/writer/MarkupText.h"
 #include "tqxml/writer/XmlDoc.h"
 
 namespace Orn {
 namespace {
+
+// What a CDATA section adds to a text: "<![CDATA[" and "]]>".
+constexpr unsigned int CDATA_GROWTH = 9 + 3;
 
 struct Entities {
   UString const amp{u"&amp;"};
@@ -58,8 +64,34 @@ UString const* entity_in_attribute(UString const& text, unsigned int i) {
   }
 }
 
+// What entities add to a text, in code units.
+struct Growth {
+  std::uint64_t units = 0;
+  bool holds_cdata_end = false;
+};
+
 template <class EntityFor>
-void append_with_entities(UString& dest, UString const& text, EntityFor entity_for) {
+Growth growth_with_entities(UString const& text, EntityFor entity_for) {
+  Growth growth;
+  for (unsigned int i = 0; i < text.length(); ++i) {
+    UString const* const entity = entity_for(text, i);
+    if (entity == nullptr) continue;
+    growth.units += entity->length() - 1;
+    if (entity == &entities().gt) growth.holds_cdata_end = true;
+  }
+  return growth;
+}
+
+// Makes room once for what is to be appended. A length that no text can have is refused here.
+void reserve_more(UString& dest, std::uint64_t units) {
+  std::uint64_t const length = std::min<std::uint64_t>(dest.length() + units, UString::npos);
+  dest.reserve(static_cast<unsigned int>(length));
+}
+
+template <class EntityFor>
+void append_with_entities(UString& dest, UString const& text, Growth const& growth,
+                          EntityFor entity_for) {
+  reserve_more(dest, text.length() + growth.units);
   unsigned int copied = 0;
   for (unsigned int i = 0; i < text.length(); ++i) {
     UString const* const entity = entity_for(text, i);
@@ -70,34 +102,21 @@ void append_with_entities(UString& dest, UString const& text, EntityFor entity_f
   dest.append(text, copied, UString::npos);
 }
 
-// What entities would add to a text, in code units.
-struct Growth {
-  std::size_t units = 0;
-  bool holds_cdata_end = false;
-};
-
-Growth growth_with_entities(UString const& text) {
-  Growth growth;
-  for (unsigned int i = 0; i < text.length(); ++i) {
-    UString const* const entity = entity_in_content(text, i);
-    if (entity == nullptr) continue;
-    growth.units += entity->length() - 1;
-    if (entity == &entities().gt) growth.holds_cdata_end = true;
-  }
-  return growth;
+void append_as_cdata(UString& dest, UString const& text) {
+  reserve_more(dest, std::uint64_t{text.length()} + CDATA_GROWTH);
+  dest.append(markup::CDATA_BEGIN).append(text).append(markup::CDATA_END);
 }
 
 }  // namespace
 
 void append_escaped(UString& dest, UString const& text) {
-  Growth const growth = growth_with_entities(text);
+  Growth const growth = growth_with_entities(text, entity_in_content);
   if (growth.units == 0) {
     dest.append(text);
-  } else if (!growth.holds_cdata_end &&
-             markup::CDATA_BEGIN.length() + markup::CDATA_END.length() <= growth.units) {
-    dest.append(markup::CDATA_BEGIN).append(text).append(markup::CDATA_END);
+  } else if (!growth.holds_cdata_end && CDATA_GROWTH <= growth.units) {
+    append_as_cdata(dest, text);
   } else {
-    append_with_entities(dest, text, entity_in_content);
+    append_with_entities(dest, text, growth, entity_in_content);
   }
 }
 
@@ -109,7 +128,8 @@ UString XmlDoc::escape(UString const& text) {
 
 UString XmlDoc::escape_attr(UString const& value) {
   UString escaped;
-  append_with_entities(escaped, value, entity_in_attribute);
+  append_with_entities(escaped, value, growth_with_entities(value, entity_in_attribute),
+                       entity_in_attribute);
   return escaped;
 }
 

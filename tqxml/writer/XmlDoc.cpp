@@ -34,27 +34,33 @@ void XmlDoc::next_state() {
 }
 
 void XmlDoc::start_doc(XmlTag::Id root) {
-  // The tag is looked up before anything is written: an unknown one leaves a fresh document fresh.
-  bool const opens_root = root != XmlTag::NO_TAG && state <= DOC_STARTED;
-  if (opens_root) XmlTag::lookup(root);
-  if (state == DOC_INITIAL) {
-    out.reserve(ROOM);
-    next_state();
-    add_xml_decl(markup::DEFAULT_ENCODING);
+  if (root != XmlTag::NO_TAG && state <= DOC_STARTED) {
+    open_root(root);
+  } else if (state == DOC_INITIAL) {
+    write_declaration();
   }
-  if (!opens_root) return;
+}
+
+void XmlDoc::write_declaration() {
+  out.reserve(ROOM);
   next_state();
-  root_tag = push_elem(root, false);
+  add_xml_decl(markup::DEFAULT_ENCODING);
+}
+
+void XmlDoc::open_root(XmlTag::Id root) {
+  // The name comes first: a tag that is refused leaves a fresh document fresh.
+  QualifiedName const name = qualify(root, false);
+  if (state == DOC_INITIAL) write_declaration();
+  next_state();
+  begin_start_tag(root, name);
+  root_tag = root;
   ns_insert_pos = out.length();
 }
 
 void XmlDoc::start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns) {
   if (state > DOC_STARTED) {
     check_start_tag_allowed();
-    QualifiedName const name = qualify(tag, default_ns);
-    open_start_tag();
-    add_tag(name);
-    tags.push_back(tag);
+    begin_start_tag(tag, qualify(tag, default_ns));
   } else {
     start_doc(tag);
   }
@@ -62,8 +68,14 @@ void XmlDoc::start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns) {
 
 // The start tag of an element that is written whole. Without a tag it would have nothing to close.
 void XmlDoc::begin_leaf(XmlTag::Id tag, bool default_ns) {
-  if (state <= DOC_STARTED) XmlTag::lookup(tag);
+  if (tag == XmlTag::NO_TAG && state <= DOC_STARTED) XmlTag::lookup(tag);
   start_doc_or_begin_start_tag(tag, default_ns);
+}
+
+void XmlDoc::begin_start_tag(XmlTag::Id tag, QualifiedName const& name) {
+  open_start_tag();
+  add_tag(name);
+  tags.push_back(tag);
 }
 
 void XmlDoc::check_start_tag_allowed() const {

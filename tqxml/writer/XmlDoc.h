@@ -40,8 +40,8 @@ namespace Orn {
 /// StateException with the message named at the operation; a tag that the registry does not know
 /// raises TagException. Checks come before anything is written: a refused call leaves the document
 /// as it was, except for what "Namespace cannot be added after partial output" records and what
-/// `close()` may have written. A failed allocation leaves a document that can only be destroyed or
-/// assigned to.
+/// `close()` may have written. A failed allocation, or a text that has become too long for a
+/// UString (std::length_error), leaves a document that can only be destroyed or assigned to.
 ///
 /// Every operation costs time in proportion to what it writes. A document belongs to one thread at
 /// a time; distinct documents are independent.
@@ -61,9 +61,9 @@ class TQXML_API XmlDoc {
   /// The document need not be closed.
   virtual ~XmlDoc();
 
-  /// From now on each start tag, each end tag behind an end tag, each comment and each processing
-  /// instruction below the root goes on a line of its own, two blanks deeper a level. Text is never
-  /// indented. There is no way back.
+  /// From now on each start tag, comment and processing instruction, from the root on, and each end
+  /// tag that stands behind a whole element, goes on a line of its own, two blanks deeper a level.
+  /// Text is never indented. There is no way back.
   void set_indented_format();
 
   /// In the initial state writes the XML declaration; then, if `root` is a tag and there is no root
@@ -151,8 +151,8 @@ class TQXML_API XmlDoc {
   /// The markup of a tree as `add_elem(e, true)` would write it here, with this document's
   /// indentation and prefixes, but not kept in it. An initial document is started. Meant for a
   /// document with an open root and no open start tag: an open one is completed, its ">" goes with
-  /// the markup, and without a root the declarations of the fragment's own root are missing and
-  /// neither `inc_str()` nor `add_ns` can be relied upon before the document's own root is open.
+  /// the markup, and without a root the declarations of the fragment's own root are missing, and a
+  /// namespace may be refused as if there had been output.
   /// Raises as `add_elem` does; what was written before the failure then stays.
   UString str(Elem const& e);
   /// What has been written since the last call, which is then forgotten here: the pieces and the
@@ -170,7 +170,7 @@ class TQXML_API XmlDoc {
   static UString escape_attr(UString const& value);
 
  private:
-  friend class XmlDocTestAccess;
+  friend class XmlDocTestAccess;  // for the tests of this library alone
 
   enum State : std::uint32_t {
     DOC_INITIAL = 0,
@@ -191,7 +191,10 @@ class TQXML_API XmlDoc {
   void check_start_tag_allowed() const;
 
   void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
+  void write_declaration();
+  void open_root(XmlTag::Id root);
   void begin_leaf(XmlTag::Id tag, bool default_ns);
+  void begin_start_tag(XmlTag::Id tag, QualifiedName const& name);
   bool begin_tree(Elem const& e, bool default_ns);
   void open_start_tag();
   void close_start_tag();

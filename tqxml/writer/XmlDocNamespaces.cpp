@@ -10,8 +10,13 @@
 namespace Orn {
 
 void XmlDoc::add_ns(XmlTag::NsId ns, UString const& prefix) {
-  ns_decls[XmlTag::ns_URI(ns)].insert(prefix);
+  UString const& uri = XmlTag::ns_URI(ns);
   // The prefix is recorded first, and stays recorded.
+  if (auto const place = ns_decls.find(uri); place != ns_decls.end()) {
+    place->second.insert(prefix);
+  } else {
+    ns_decls.emplace(uri, std::set<UString>{prefix});
+  }
   if (root_tag != XmlTag::NO_TAG && ns_insert_pos == 0) {
     raise<StateException>(Catalogue::NAMESPACE_AFTER_OUTPUT);
   }
@@ -56,7 +61,9 @@ void XmlDoc::add_tag(QualifiedName const& name) {
 }
 
 void XmlDoc::insert_ns_decls() {
-  if (root_tag == XmlTag::NO_TAG || ns_insert_pos == 0) return;
+  // A fragment rendered before there was a root may have left the place of a root of its own.
+  bool const has_root = state >= DOC_ROOT_OPEN && root_tag != XmlTag::NO_TAG;
+  if (!has_root || ns_insert_pos == 0) return;
   UString declarations;
   for (auto const& [uri, prefixes] : ns_decls) {
     for (UString const& prefix : prefixes) add_ns_attr(declarations, uri, prefix);
