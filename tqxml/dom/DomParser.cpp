@@ -44,13 +44,14 @@ constexpr char SYSTEM_ID[] = "some-fake-system-id???";
 DomParser::DomParser() : DomParser(std::string()) {}
 
 DomParser::DomParser(std::string const& text) : xml_doc_text(text) {
-  make_parser();
   check_xerces_started(g_initialized_ok);
+  parser = new_parser();
 }
 
 DomParser::DomParser(XmlDoc const& doc) : DomParser(doc.byte_array()) {}
 
-DomParser::~DomParser() = default;
+// The document goes before the handler that its parser knows.
+DomParser::~DomParser() { parser.reset(); }
 
 DomParser& DomParser::operator=(DomParser const& other) {
   set_xml_doc_text(other.xml_doc_text);
@@ -60,37 +61,28 @@ DomParser& DomParser::operator=(DomParser const& other) {
 bool DomParser::is_parsed() const { return parser != nullptr && parser->getDocument() != nullptr; }
 
 void DomParser::set_xml_doc_text(std::string const& text) {
+  std::string new_text(text);
   if (!xml_doc_text.empty() && is_parsed()) {
-    make_parser();
+    parser = new_parser();
     error_handler.reset();
   }
-  xml_doc_text = text;
+  xml_doc_text.swap(new_text);
 }
 
-void DomParser::make_parser() {
-  parser = with_xerces_memory([] {
+std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser() {
+  return with_xerces_memory([] {
     return std::make_unique<xercesc::XercesDOMParser>(
         nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
   });
 }
 
 DomParser::Elem DomParser::root() {
-  if (!is_parsed()) parse();
+  if (!is_parsed()) with_xerces_memory([this] { parse(); });
   return Elem(parser->getDocument()->getDocumentElement());
 }
 
 void DomParser::parse() {
-  if (parser == nullptr) make_parser();
-  try {
-    run_parser();
-  } catch (...) {
-    // A parser that failed before it had a document would refuse every other one.
-    if (!is_parsed()) parser.reset();
-    raise_parse_failure();
-  }
-}
-
-void DomParser::run_parser() {
+  if (parser == nullptr) parser = new_parser();
   xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
                                           xml_doc_text.size(), SYSTEM_ID, false,
                                           xercesc::XMLPlatformUtils::fgMemoryManager);
@@ -100,7 +92,13 @@ void DomParser::run_parser() {
   auto handler = std::make_unique<xercesc::HandlerBase>();
   parser->setErrorHandler(handler.get());
   error_handler = std::move(handler);
-  parser->parse(source);
+  try {
+    parser->parse(source);
+  } catch (...) {
+    // A parser that failed before it had a document would refuse every other one.
+    if (!is_parsed()) parser.reset();
+    raise_parse_failure();
+  }
 }
 
 }  // namespace Orn

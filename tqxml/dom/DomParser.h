@@ -70,9 +70,8 @@ class TQXML_API DomParser {
 
  private:
   bool is_parsed() const;
-  void make_parser();
+  static std::unique_ptr<xercesc::XercesDOMParser> new_parser();
   void parse();
-  void run_parser();
 
   std::string xml_doc_text;
   /// Null between a parse that failed early and the next.

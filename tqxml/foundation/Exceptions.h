@@ -10,7 +10,8 @@ namespace Orn {
 // level 2, no resource, no cause and a message of the catalogue (tqxml/foundation/Catalogue.h).
 // They are thrown by value; catch them by reference, as themselves or as STPException. Failures
 // of the registry and of text conversion (tqutil/UtilExceptions.h) and std::bad_alloc pass through
-// the library unchanged.
+// the library unchanged, except that DomParser has a message for memory that runs out in the
+// parser.
 
 /// A call that the state of the object does not allow, or a document that does not have the shape
 /// that the caller's navigation demands.

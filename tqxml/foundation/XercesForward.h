@@ -3,7 +3,7 @@
 
 /// The few parser types that public headers name by pointer, so that a user of the readers needs
 /// no header of Xerces-C++. The namespace carries the version of Xerces; a build against another
-/// one stops at the first use with an ambiguous name.
+/// one stops here, where the alias contradicts Xerces' own.
 namespace xercesc_3_2 {
 class DOMNamedNodeMap;
 class DOMNode;

@@ -1,6 +1,7 @@
 #include "tqxml/foundation/XercesStart.h"
 
 #include <iostream>
+#include <optional>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -9,15 +10,28 @@
 
 namespace Orn {
 
-bool start_xerces() {
+namespace {
+
+// The message of the failure, if there is one.
+std::optional<UString> initialize() {
   try {
     xercesc::XMLPlatformUtils::Initialize();
-    return true;
+    return std::nullopt;
   } catch (xercesc::XMLException const& e) {
-    std::cerr << "Error during Xerces-c Initialization.\n"
-              << "  Exception message:" << to_ustring(e.getMessage()).utf8_str() << std::endl;
-    return false;
+    return to_ustring(e.getMessage());
   }
+}
+
+}  // namespace
+
+bool start_xerces() {
+  // Xerces takes a second call for done even when the first has failed.
+  static std::optional<UString> const failure = initialize();
+  if (!failure) return true;
+  static std::ios_base::Init const cerr_is_there;
+  std::cerr << "Error during Xerces-c Initialization.\n"
+            << "  Exception message:" << failure->utf8_str() << std::endl;
+  return false;
 }
 
 void check_xerces_started(bool initialized_ok) {

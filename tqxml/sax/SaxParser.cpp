@@ -1,5 +1,7 @@
 #include "tqxml/sax/SaxParser.h"
 
+#include <utility>
+
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
 #include "tqxml/sax/ParserImpl.h"
@@ -19,12 +21,14 @@ SaxParser::SaxParser(std::istream* in) : SaxParser() { initialize(in); }
 
 SaxParser::SaxParser(SaxParser const& other) = default;
 SaxParser& SaxParser::operator=(SaxParser const& other) = default;
-SaxParser::~SaxParser() = default;
+// Records that outlive the parser are told so before they are let go.
+SaxParser::~SaxParser() { impl_.reset(); }
 
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
-  root_ = Ref<ElemImpl>();
   // Not make_shared: the parser allocates itself.
-  impl_ = with_xerces_memory([in] { return std::shared_ptr<ParserImpl>(new ParserImpl(in)); });
+  auto fresh = with_xerces_memory([in] { return std::shared_ptr<ParserImpl>(new ParserImpl(in)); });
+  root_ = Ref<ElemImpl>();
+  impl_ = std::move(fresh);
   root_ = impl_->root();
   return root();
 }
@@ -35,11 +39,11 @@ UString SaxParser::error_text() const {
   return impl_ == nullptr ? UString() : impl_->complaint().text;
 }
 
-unsigned long SaxParser::error_line() const {
+std::uint64_t SaxParser::error_line() const {
   return impl_ == nullptr ? 0 : impl_->complaint().line;
 }
 
-unsigned long SaxParser::error_column() const {
+std::uint64_t SaxParser::error_column() const {
   return impl_ == nullptr ? 0 : impl_->complaint().column;
 }
 

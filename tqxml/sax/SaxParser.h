@@ -1,6 +1,7 @@
 #ifndef TQXML_SAX_SAXPARSER_H
 #define TQXML_SAX_SAXPARSER_H
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 
@@ -19,8 +20,7 @@ namespace Orn {
 ///   order.match(orders::order);                           // raises if it is another document
 ///   for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
 ///     use(line.tag(), line.data());                       // each line is forgotten after its turn
-///   order.child(orders::note);                            // raises: next_child() consumes
-///   children
+///   order.child(orders::note);                            // raises: children have been given away
 ///
 /// The encoding is what the document declares, namespaces are processed, nothing is validated and
 /// no external DTD subset is read; external entities are read where the document refers to them, so
@@ -29,9 +29,10 @@ namespace Orn {
 /// What reading forward means: `child` and `opt_child` keep what they read past, `data` reads and
 /// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
 /// caller who walks with `next_child` and drops each child before taking the next: the open
-/// elements and the largest single item. The stream is read in pieces of at most 1024 bytes, each
-/// awaited whole unless the stream ends, and the step that delivers the root's end tag reads on to
-/// the end of the stream, since nothing but comments, instructions and white space may follow.
+/// elements, with the text directly inside of them, which `data` gives, and the largest single
+/// item. The stream is read in pieces of at most 1024 bytes, each awaited whole unless the stream
+/// ends, and the step that delivers the root's end tag reads on to the end of the stream, since
+/// nothing but comments, instructions and white space may follow.
 ///
 /// Handles share counted records: one stays valid after its element has ended, after the parser has
 /// gone on, and after the parser is gone; only asking for more input raises NOT_VALID_STREAM then.
@@ -40,10 +41,11 @@ namespace Orn {
 /// parsers are independent.
 ///
 /// Every operation that reads may raise StateException NOT_VALID_STREAM (malformed input, see
-/// `error_text`; the end of the stream; a parser that has failed before), RuntimeException BAD_READ
-/// (the stream went bad), TagException (a name that the registry does not know), std::bad_alloc and
-/// whatever the stream itself throws. After any of them the parse is over: what has been read stays
-/// readable, and asking for more raises NOT_VALID_STREAM.
+/// `error_text`; the end of the stream; a parser that has failed before) or PARSER_ERROR (an error
+/// that the parser does not take for fatal; none is known without validation), RuntimeException
+/// BAD_READ (the stream went bad), TagException (a name that the registry does not know),
+/// std::bad_alloc and whatever the stream itself throws. After any of them the parse is over: what
+/// has been read stays readable, and asking for more raises NOT_VALID_STREAM.
 class TQXML_API SaxParser {
  public:
   class Elem;
@@ -81,8 +83,8 @@ class TQXML_API SaxParser {
   UString error_text() const;
   /// Where it said so, counted from 1; 0 when it has said nothing. For malformed markup it is just
   /// behind the place; an undecodable byte is reported up to one buffer early.
-  unsigned long error_line() const;
-  unsigned long error_column() const;
+  std::uint64_t error_line() const;
+  std::uint64_t error_column() const;
 
  private:
   class ParserImpl;
