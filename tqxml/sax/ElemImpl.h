@@ -11,16 +11,16 @@ namespace Orn {
 /// The record of one element: what has been read of it and not been given away.
 ///
 /// How counting works. A record is made with one reference, its maker's, and ends with the last.
-/// References are held
-///   - by handles and by the SaxParser (on the root),
-///   - by the parser, on every element that it is inside of, from start tag to end tag,
-///   - by an element, on each of its children that `next_child` has not given away, and on all of
-///   its
-///     attributes, given away or not.
+/// References are held by
+///
+///   - handles, and the SaxParser, for the root;
+///   - the parser, on every element that it is inside of, from start tag to end tag;
+///   - an element, on each child that next_child() has not given away, and on all attributes.
+///
 /// All of them point downwards, so there are no cycles: no record keeps its parent, and an
 /// attribute does not keep its element. What is still open is kept by the parser, so that a caller
 /// may let go of an element while the parser is in the middle of it; such an element ends with its
-/// end tag.
+/// end tag, and what is read of it until then is not kept.
 ///
 /// An open record asks the parser for more input. The parser tells those that survive it, after
 /// which asking raises NOT_VALID_STREAM.
@@ -40,6 +40,8 @@ class SaxParser::ElemImpl {
   void add_child(Ref<ElemImpl> child) noexcept;
   void add_attribute(XmlTag::Id tag, char16_t const* value);
   void append_text(char16_t const* text, std::size_t length) { data_.append(text, length); }
+  /// Whether anyone but the parser, which holds a reference while the element is open, does so too.
+  bool is_reachable() const noexcept { return refcnt_ > 1; }
   /// The end tag has been read.
   void end() noexcept { open_ = false; }
   /// There is no parser any more.

@@ -72,8 +72,9 @@ void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, un
   add_attributes(*element.get(), attributes, attribute_count);
   ElemImpl* const parent = open_elements_.empty() ? nullptr : open_elements_.back().get();
   open_elements_.push_back(element);
-  if (parent != nullptr) parent->add_child(element);
-  if (is_root) root_ = std::move(element);
+  if (is_root) root_ = element;
+  // Below an element that nobody can get at any more nothing need be kept.
+  if (parent != nullptr && parent->is_reachable()) parent->add_child(std::move(element));
   if (is_empty) end_current();
 }
 
@@ -100,7 +101,9 @@ void SaxParser::ParserImpl::end_current() noexcept {
 }
 
 void SaxParser::ParserImpl::docCharacters(Text text, XMLSize_t length, bool /*cdata_section*/) {
-  if (!open_elements_.empty()) open_elements_.back()->append_text(text, length);
+  if (open_elements_.empty()) return;
+  ElemImpl& element = *open_elements_.back().get();
+  if (element.is_reachable()) element.append_text(text, length);
 }
 
 void SaxParser::ParserImpl::error(unsigned int /*code*/, Text /*domain*/, ErrTypes type, Text text,
@@ -108,8 +111,7 @@ void SaxParser::ParserImpl::error(unsigned int /*code*/, Text /*domain*/, ErrTyp
                                   XMLFileLoc column) {
   if (type == ErrType_Warning) return;
   if (complaint_.text.empty()) {
-    complaint_ = {to_ustring(text), static_cast<unsigned long>(line),
-                  static_cast<unsigned long>(column)};
+    complaint_ = {to_ustring(text), line, column};
   }
   // A fatal error needs no exception: the scanner then ends the step without success.
   if (type == ErrType_Error) raise<StateException>(Catalogue::PARSER_ERROR, to_ustring(text));

@@ -22,8 +22,8 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   /// What the scanner said about the error that ended the parse.
   struct Complaint {
     UString text;
-    unsigned long line = 0;
-    unsigned long column = 0;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
   };
 
   explicit ParserImpl(std::istream* in);
