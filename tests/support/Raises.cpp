@@ -16,8 +16,8 @@ testing::AssertionResult carries(STPException const& e, ExpectedMessage const& e
     auto const slot = static_cast<std::size_t>(i) - 1;
     Orn::UString const wanted = slot < expected.args.size() ? expected.args[slot] : Orn::UString();
     if (message.arg(i).text() != wanted) {
-      return testing::AssertionFailure()
-             << "argument " << i << " is \"" << message.arg(i).text() << "\", not \"" << wanted << '"';
+      return testing::AssertionFailure() << "argument " << i << " is \"" << message.arg(i).text()
+                                         << "\", not \"" << wanted << '"';
     }
   }
   if (e.reason_code() != expected.reason || e.log_level() != expected.level) {
