@@ -103,7 +103,8 @@ TEST(AStream, ThatIsWholeGivesEveryConstruct) {
 /// of the stream does; a stream that fails there does so when all before has been delivered.
 std::string cut_at(std::size_t cut) {
   std::string document = head + "<!--";
-  document.append(2 * SaxParser::MAX_READ - (document.size() + 3 + cut) % SaxParser::MAX_READ, '.');
+  constexpr std::size_t piece = SaxParser::MAX_READ;
+  document.append(2 * piece - (document.size() + 3 + cut) % piece, '.');
   return document.append("-->").append(body, 0, cut);
 }
 

@@ -72,7 +72,6 @@ namespace tests {
 namespace {
 
 using Orn::Catalogue;
-using Orn::RuntimeException;
 using Orn::SaxParser;
 using Orn::StateException;
 using Elem = SaxParser::Elem;

@@ -62,13 +62,13 @@ void read_all(SaxParser& parser, std::string const& xml) {
 }
 
 TEST(AnErrorOfTheParser, IsToldWithItsPlace) {
-  for (auto const& [xml, line, column] : not_well_formed) {
-    SCOPED_TRACE(xml);
+  for (NotWellFormed const& document : not_well_formed) {
+    SCOPED_TRACE(document.xml);
     SaxParser parser;
-    EXPECT_RAISES(read_all(parser, xml), StateException, Catalogue::NOT_VALID_STREAM);
+    EXPECT_RAISES(read_all(parser, document.xml), StateException, Catalogue::NOT_VALID_STREAM);
     EXPECT_FALSE(parser.error_text().empty());
-    EXPECT_EQ(parser.error_line(), line);
-    EXPECT_EQ(parser.error_column(), column);
+    EXPECT_EQ(parser.error_line(), document.line);
+    EXPECT_EQ(parser.error_column(), document.column);
   }
 }
 

@@ -146,7 +146,7 @@ inline Needs needs_of(std::uint64_t size) {
           static_cast<double>(usage.ru_maxrss) / 1024};
 }
 
-constexpr std::uint64_t MIB = 1024 * 1024;
+constexpr std::uint64_t MIB = 1048576;
 /// By how much the peak of a long document may exceed that of one of a MiB.
 constexpr double ALLOWED_DIFFERENCE_MIB = 8;
 
