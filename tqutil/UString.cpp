@@ -20,6 +20,12 @@ std::size_t length_of(Unit const* text) {
   return text == nullptr ? 0 : std::char_traits<Unit>::length(text);
 }
 
+template <class String>
+String&& not_too_long(String&& text) {
+  if (text.size() > UString::max_length) throw std::length_error("UString is too long");
+  return std::forward<String>(text);
+}
+
 unsigned int position(std::size_t found) {
   return found == UString::string_type::npos ? UString::npos : static_cast<unsigned int>(found);
 }
@@ -37,15 +43,9 @@ void* not_null(void* block) {
 UString::UString(unit_type const* text) { append(text); }
 UString::UString(char16_t const* text) { append(text); }
 UString::UString(char16_t const* text, std::size_t length) { append(text, length); }
-UString::UString(string_type const& text) {
-  check_room_for(text.size());
-  text_ = text;
-}
+UString::UString(string_type const& text) : text_(not_too_long(text)) {}
 
-UString::UString(string_type&& text) {
-  check_room_for(text.size());
-  text_ = std::move(text);
-}
+UString::UString(string_type&& text) : text_(not_too_long(std::move(text))) {}
 
 UString UString::from_utf8(std::string_view utf8) { return utf8_to_utf16(utf8); }
 

@@ -81,12 +81,13 @@ std::string_view utf8_piece(std::string_view utf8) {
 
 // The offset of the first sequence in `utf8` that is not UTF-8.
 std::int32_t ill_formed_offset(std::string_view utf8) {
+  char const* const bytes = utf8.data();
   auto const length = static_cast<std::int32_t>(utf8.size());
   std::int32_t next = 0;
   while (next < length) {
     std::int32_t const start = next;
     UChar32 character = 0;
-    U8_NEXT(utf8.data(), next, length, character);
+    U8_NEXT(bytes, next, length, character);
     if (character < 0) return start;
   }
   return length;

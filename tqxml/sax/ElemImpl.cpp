@@ -34,7 +34,7 @@ void SaxParser::ElemImpl::release(ElemImpl* record) noexcept {
   }
 }
 
-void SaxParser::ElemImpl::add_child(Ref<ElemImpl> child) noexcept {
+void SaxParser::ElemImpl::add_child(Ref<ElemImpl> const& child) noexcept {
   ElemImpl* const added = child.get();
   retain(added);
   (last_child_ == nullptr ? first_child_ : last_child_->next_sibling_) = added;

@@ -37,7 +37,7 @@ class SaxParser::ElemImpl {
 
   // For the parser, which fills the record.
 
-  void add_child(Ref<ElemImpl> child) noexcept;
+  void add_child(Ref<ElemImpl> const& child) noexcept;
   void add_attribute(XmlTag::Id tag, char16_t const* value);
   void append_text(char16_t const* text, std::size_t length) { data_.append(text, length); }
   /// Whether anyone but the parser, which holds a reference while the element is open, does so too.

@@ -74,7 +74,7 @@ void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, un
   open_elements_.push_back(element);
   if (is_root) root_ = element;
   // Below an element that nobody can get at any more nothing need be kept.
-  if (parent != nullptr && parent->is_reachable()) parent->add_child(std::move(element));
+  if (parent != nullptr && parent->is_reachable()) parent->add_child(element);
   if (is_empty) end_current();
 }
 

@@ -25,7 +25,8 @@ SaxParser& SaxParser::operator=(SaxParser const& other) = default;
 SaxParser::~SaxParser() { impl_.reset(); }
 
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
-  // Not make_shared: the parser allocates itself.
+  // The parser has an operator new of its own.
+  // NOLINTNEXTLINE(modernize-make-shared)
   auto fresh = with_xerces_memory([in] { return std::shared_ptr<ParserImpl>(new ParserImpl(in)); });
   root_ = Ref<ElemImpl>();
   impl_ = std::move(fresh);

@@ -61,9 +61,8 @@ void XmlDoc::Elem::add_body(UString const& text, bool escape) {
 }
 
 XmlDoc::Elem& XmlDoc::Elem::add_elem(Elem const& e) {
-  auto added = Ref<Child>::adopt(new Child(e));
-  children.push_back(added);
-  return *added->elem();
+  children.push_back(Ref<Child>::adopt(new Child(e)));
+  return *children.back()->elem();
 }
 
 XmlDoc::Elem& XmlDoc::Elem::add_elem(XmlTag::Id tag, UString const& body, bool escape) {
