@@ -135,10 +135,8 @@ TEST(ADeepTree, IsComparedOnASmallStack) {
   on_a_small_stack([] {
     Elem const tree = nested();
     EXPECT_TRUE(tree == nested());
-    EXPECT_FALSE(tree == nested(u"another bottom"));
-    EXPECT_FALSE(nested(u"another bottom") == tree);
-    EXPECT_FALSE(tree == nested(u"bottom", DEEP - 1));
     EXPECT_TRUE(tree == Elem(tree));
+    EXPECT_FALSE(tree == nested(u"another bottom"));
   });
 }
 
@@ -156,9 +154,9 @@ TEST(ADeepTree, IsComparedOnASmallStackAlsoWhereOrderDoesNotMatter) {
   on_a_small_stack([] {
     Elem const pair = nested_pair(u"1", u"2");
     EXPECT_TRUE(pair == nested_pair(u"2", u"1"));
-    EXPECT_FALSE(pair == nested_pair(u"1", u"3"));
-    EXPECT_FALSE(pair == nested_pair(u"1", u"1"));
-    EXPECT_TRUE(nested_pair(u"1", u"1") == pair);
+    Elem const of_one = nested_pair(u"1", u"1");
+    EXPECT_FALSE(pair == of_one);
+    EXPECT_TRUE(of_one == pair);
   });
 }
 

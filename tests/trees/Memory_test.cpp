@@ -156,6 +156,28 @@ TEST(Memory, TakenByACopyDoesNotDependOnTheSubtree) {
   }
 }
 
+/// One of `n` lists of a list of two elements each, numbered from `i` and from `i` + `distance` on.
+/// With a distance of 0 each list is like one of those with another distance, and not the other way
+/// round, but no part of it is the same.
+Elem one_sided_lists(int n, int distance) {
+  Elem tree(u_r);
+  for (int i = 0; i < n; ++i) {
+    Elem& list = tree.add_elem(Elem(u_a)).add_elem(Elem(u_b));
+    list.add_elem(Elem(u_c)).add_attr(u_a, long{i});
+    list.add_elem(Elem(u_c)).add_attr(u_a, long{i + distance});
+  }
+  return tree;
+}
+
+TEST(Memory, TakenByAComparisonGrowsWithTheTreesAlsoWhereChildrenMustBeSearchedFor) {
+  auto const taken_for = [](int n) {
+    Elem const few = one_sided_lists(n, 0);
+    Elem const many = one_sided_lists(n, n);
+    return blocks_taken_by([&] { EXPECT_TRUE(few == many); });
+  };
+  EXPECT_LT(taken_for(400), 3 * taken_for(200));
+}
+
 TEST(Memory, IsNotTakenByMoves) {
   Elem tree = sample();
   Elem target(u_a);

@@ -80,6 +80,21 @@ TEST(AHundredThousandChildren, OfDifferentTagsAndTextsAreCompared) {
   EXPECT_FALSE(list(numbers(), add_any) == list(reversed_numbers(), add_any));
 }
 
+void add_pair(Elem& tree, int first, int second) {
+  Elem& pair = tree.add_elem(Elem(c));
+  add_unlike(pair, first);
+  add_unlike(pair, second);
+}
+
+TEST(AHundredThousandChildren, ThatAreEachLikeOneOfTheOthersButNotTheOtherWayRoundAreCompared) {
+  auto const add_of_one = [](Elem& tree, int number) { add_pair(tree, number, number); };
+  auto const add_of_two = [](Elem& tree, int number) { add_pair(tree, number, MANY + number); };
+  Elem const few = list(numbers(), add_of_one);
+  Elem const many = list(reversed_numbers(), add_of_two);
+  EXPECT_TRUE(few == many);
+  EXPECT_FALSE(many == few);
+}
+
 constexpr int LEVELS = 60;
 
 Elem bottom(UString const& value) {
