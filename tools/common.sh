@@ -26,7 +26,7 @@ show_tail() {
   echo "--- the end of $1:"
   local well='^ *[0-9]+/[0-9]+ Test +#.* Passed |^ +Start +[0-9]+: '
   well+='|^\[[0-9]+/[0-9]+\] (Building|Linking|Creating|Recording|Re-checking) |^-- '
-  grep -v -E "$well" "$1" | tail -n "$2"
+  { grep -v -E "$well" "$1" || true; } | tail -n "$2"
   echo "---"
 }
 
