@@ -17,6 +17,8 @@ function(tq_common_options target)
   set_target_properties(
     ${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN
                                                                          ON)
+  # Otherwise the build id of a library depends on where it was built.
+  set_target_properties(${target} PROPERTIES BUILD_RPATH_USE_ORIGIN ON)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion
                                            $<$<BOOL:${TQXML_WERROR}>:-Werror>)
   if(TQXML_SANITIZE)
