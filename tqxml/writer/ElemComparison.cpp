@@ -232,7 +232,9 @@ ElemComparison::Answer ElemComparison::find_partner(Question& question, Pair& ne
   std::vector<ClassId> const& b = classes_[question.pair.b]->children;
   if (std::binary_search(b.begin(), b.end(), wanted)) return Answer::YES;
   std::vector<ClassId> const& likely = likely_partners(wanted);
-  for (; question.next_likely < likely.size(); ++question.next_likely) {
+  // Where that many are likely the search among all is no longer.
+  std::size_t const likely_ones = likely.size() < b.size() ? likely.size() : 0;
+  for (; question.next_likely < likely_ones; ++question.next_likely) {
     next = Pair{wanted, likely[question.next_likely]};
     if (!std::binary_search(b.begin(), b.end(), next.b)) continue;
     Answer const answer = known_answer(next);
