@@ -15,8 +15,8 @@ namespace Orn {
 
 /// A reader that takes an XML document from a stream, only as far as the caller's navigation needs.
 ///
-///   SaxParser parser(std::cin);
-///   SaxParser::Elem order = parser.root();                // the root's start tag has been read
+///   SaxParser parser;
+///   SaxParser::Elem order = parser.initialize(&std::cin); // reads up to the root's start tag
 ///   order.match(orders::order);                           // raises if it is another document
 ///   for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
 ///     use(line.tag(), line.data());                       // each line is forgotten after its turn
@@ -63,7 +63,8 @@ class TQXML_API SaxParser {
   /// A parser without a document.
   SaxParser();
   /// A parser that has read `in` up to and including the root's start tag. Raises what reading
-  /// raises; use `initialize` to learn more about a document that fails here.
+  /// raises; use `initialize` to learn more about a document that fails here. A stream that was
+  /// never opened reads as an empty document.
   explicit SaxParser(std::istream& in);
   explicit SaxParser(std::istream* in);
   /// Both then read the same document: what one reads the other has read.
@@ -73,7 +74,7 @@ class TQXML_API SaxParser {
 
   /// Gives up the document, if there is one, and begins with that of `in`, up to and including the
   /// root's start tag, which it returns. Raises what reading raises, BAD_READ for a null pointer;
-  /// there is no root then, and `error_text` says why.
+  /// there is no root then, and `error_text` says what was malformed.
   Elem initialize(std::istream* in);
 
   /// The root element; nil without a document.

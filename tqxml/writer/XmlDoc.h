@@ -138,8 +138,9 @@ class TQXML_API XmlDoc {
   /// Closes the root, if it is still open, and the document. A document without any markup becomes
   /// an empty text.
   /// Raises ACTIVE_PUSHED_ELEMENTS when the innermost open element is not the root's tag, and
-  /// NOT_CLOSE_PENDING when there is no root or the document is closed already; also, after one end
-  /// tag has been written, when elements with the root's own tag were open inside it.
+  /// NOT_CLOSE_PENDING when something but no root has been written or the document is closed
+  /// already; also, after one end tag has been written, when elements with the root's own tag were
+  /// open inside it.
   void close();
 
   /// The text of the closed document; after `inc_str()` calls, the rest of it.

@@ -48,8 +48,9 @@ class TQXML_API XmlDoc::Elem {
   /// A tree of a parsed element, read from its beginning whatever the handle has been used for. The
   /// handle stays as it is. Raises what reading raises.
   ///
-  /// Attributes come in the order in which the reader gives them, which is the last first. The text
-  /// of an element without child elements becomes one text, escaped; where there are child
+  /// Attributes come in the order in which that reader gives them, see its `next_attr`, with their
+  /// references resolved and not escaped: the tree of `<a b="x &amp; y"/>` is written ill-formed.
+  /// The text of an element without child elements becomes one text, escaped; where there are child
   /// elements all text is dropped, and so are comments and instructions.
   explicit Elem(DomParser::Elem const& source);
   /// The same of an element that is being read, whose children and attributes are then used up; it
