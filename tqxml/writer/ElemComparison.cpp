@@ -7,6 +7,9 @@
 namespace Orn {
 namespace {
 
+// How many answers are remembered at least.
+constexpr std::size_t LEAST_ANSWERS = 1024;
+
 void mix(std::size_t& hash, std::size_t value) {
   hash ^= value + 0x9e3779b9U + (hash << 6U) + (hash >> 2U);
 }
@@ -92,12 +95,6 @@ std::size_t ElemComparison::ClassHash::operator()(Class const& wanted) const {
   return hash;
 }
 
-std::size_t ElemComparison::PairHash::operator()(Pair const& pair) const {
-  std::size_t hash = pair.a;
-  mix(hash, pair.b);
-  return hash;
-}
-
 ElemComparison::ClassId ElemComparison::classify(Elem const& root) {
   classify_below(root);
   return class_of_elem(root);
@@ -171,6 +168,7 @@ ElemComparison::ClassId ElemComparison::intern(Class found) {
 bool ElemComparison::answer(Pair pair) {
   Answer answer = known_answer(pair);
   if (answer != Answer::UNKNOWN) return answer == Answer::YES;
+  answers_.assign(LEAST_ANSWERS + 2 * classes_.size(), KnownAnswer{pair, Answer::UNKNOWN});
   std::vector<Question> open{Question{pair}};
   while (!open.empty()) {
     Pair next{};
@@ -179,7 +177,8 @@ bool ElemComparison::answer(Pair pair) {
       open.push_back(Question{next});
       continue;
     }
-    answers_.emplace(open.back().pair, answer == Answer::YES);
+    Pair const answered = open.back().pair;
+    answers_[place_of(answered)] = KnownAnswer{answered, answer};
     open.pop_back();
   }
   return answer == Answer::YES;
@@ -192,9 +191,14 @@ ElemComparison::Answer ElemComparison::known_answer(Pair pair) const {
   Class const& b = *classes_[pair.b];
   if (a.elem == nullptr || b.elem == nullptr) return Answer::NO;
   if (a.homogeneous != b.homogeneous || !same_head(*a.elem, *b.elem)) return Answer::NO;
-  auto const place = answers_.find(pair);
-  if (place == answers_.end()) return Answer::UNKNOWN;
-  return place->second ? Answer::YES : Answer::NO;
+  if (answers_.empty()) return Answer::UNKNOWN;
+  KnownAnswer const& known = answers_[place_of(pair)];
+  return known.pair == pair ? known.answer : Answer::UNKNOWN;
+}
+
+std::size_t ElemComparison::place_of(Pair pair) const {
+  std::uint64_t const both = (std::uint64_t{pair.a} << 32U) | pair.b;
+  return static_cast<std::size_t>((both * 0x9e3779b97f4a7c15U >> 32U) % answers_.size());
 }
 
 // Goes on with a question until it is answered or depends on one that is not, which is `next`.

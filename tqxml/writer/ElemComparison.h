@@ -19,8 +19,8 @@ namespace Orn {
 /// agree, where a list of one tag counts as the set of its children's classes. Members of one class
 /// are alike, either way round, and whether two elements are alike depends on their classes alone.
 /// Equal lists then compare by their numbers. Only what finds no partner of its own class is
-/// searched for among the other classes, and each pair of classes is looked into once. Trees that
-/// are alike child by child, in order, do not even need classes.
+/// searched for among the other classes, and answers about pairs of classes are remembered. Trees
+/// that are alike child by child, in order, do not even need classes.
 class ElemComparison {
  public:
   static bool alike(XmlDoc::Elem const& a, XmlDoc::Elem const& b);
@@ -54,10 +54,6 @@ class ElemComparison {
     ClassId b;
     bool operator==(Pair const& other) const { return a == other.a && b == other.b; }
   };
-  struct PairHash {
-    std::size_t operator()(Pair const& pair) const;
-  };
-
   /// A question that is being looked into: how far its two lists of children have been matched, and
   /// how far the search for a partner of the next one has come.
   struct Question {
@@ -67,6 +63,10 @@ class ElemComparison {
     std::size_t next_b = 0;
   };
   enum class Answer { NO, YES, UNKNOWN };
+  struct KnownAnswer {
+    Pair pair;
+    Answer answer;
+  };
 
   static bool same_head(Elem const& a, Elem const& b);
   static bool same_in_order(Elem const& a, Elem const& b);
@@ -80,6 +80,7 @@ class ElemComparison {
 
   bool answer(Pair pair);
   Answer known_answer(Pair pair) const;
+  std::size_t place_of(Pair pair) const;
   Answer pursue(Question& question, Pair& next) const;
   Answer match_in_order(Question& question, Pair& next) const;
   Answer match_in_any_order(Question& question, Pair& next) const;
@@ -91,7 +92,9 @@ class ElemComparison {
   /// The classes that have each class among their children.
   std::vector<std::vector<ClassId>> parents_;
   std::unordered_map<Child const*, ClassId> classes_of_children_;
-  std::unordered_map<Pair, bool, PairHash> answers_;
+  /// What has been found out, each answer in the place that its pair leads to; a newer one pushes
+  /// an older one out, so that memory does not grow with the number of questions.
+  std::vector<KnownAnswer> answers_;
 };
 
 }  // namespace Orn
