@@ -19,10 +19,10 @@ namespace tests {
 
 #ifdef TESTS_ARE_SANITIZED
 // The sanitizer's own functions take more stack than there would be, and a lot of time.
-inline constexpr std::size_t SMALL_STACK = 1024 * 1024;
+inline constexpr std::size_t SMALL_STACK = std::size_t{1024} * 1024;
 inline constexpr int DEEP = 100000;
 #else
-inline constexpr std::size_t SMALL_STACK = 64 * 1024;
+inline constexpr std::size_t SMALL_STACK = std::size_t{64} * 1024;
 inline constexpr int DEEP = 1000000;
 #endif
 
