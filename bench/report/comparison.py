@@ -1,0 +1,64 @@
+"""Two builds of the library that were measured in turn, round by round."""
+
+from collections.abc import Sequence
+from dataclasses import dataclass
+from statistics import median, quantiles
+
+from markdown import table
+from results import Name, Results
+from tables import duration
+
+# What is less than this may come from how the code happens to lie in memory.
+NOISE = 0.05
+
+
+@dataclass(frozen=True)
+class Change:
+    """The time of this build divided by that of the other: the median of the rounds, and the
+    quartiles."""
+
+    name: Name
+    seconds: float
+    ratio: float
+    lower: float
+    upper: float
+
+    @property
+    def verdict(self) -> str:
+        if self.ratio > 1 + NOISE and self.lower > 1:
+            return "SLOWER"
+        if self.ratio < 1 - NOISE and self.upper < 1:
+            return "faster"
+        return ""
+
+
+def changes(ours: Sequence[Results], theirs: Sequence[Results]) -> list[Change]:
+    """The worst first."""
+    common = [name for name in ours[0].measured if name in theirs[0].measured]
+    return sorted(
+        (_change(name, ours, theirs) for name in common),
+        key=lambda change: change.ratio,
+        reverse=True,
+    )
+
+
+def _change(name: Name, ours: Sequence[Results], theirs: Sequence[Results]) -> Change:
+    times = [results.measured[name].seconds for results in ours]
+    others = [results.measured[name].seconds for results in theirs]
+    ratios = [a / b for a, b in zip(times, others, strict=True)]
+    lower, middle, upper = quantiles(ratios, method="inclusive") if len(ratios) > 1 else ratios * 3
+    return Change(name, median(times), middle, lower, upper)
+
+
+def comparison_table(all_changes: Sequence[Change]) -> str:
+    rows = [
+        [
+            str(change.name),
+            duration(change.seconds),
+            f"{change.ratio:.3f}",
+            f"{change.lower:.3f} to {change.upper:.3f}",
+            change.verdict,
+        ]
+        for change in all_changes
+    ]
+    return table(["benchmark", "time", "ratio", "quartiles", ""], rows)

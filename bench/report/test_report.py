@@ -1,0 +1,200 @@
+"""python3 -m unittest discover -s bench/report"""
+
+import json
+import tempfile
+import unittest
+from pathlib import Path
+from typing import Any
+
+import comparison
+import memory
+import results
+import tables
+from document import replace_section
+from goals import Outcome, evaluate
+from results import Measured, Name, Results, parse_name
+
+
+def row(name: str, cpu_time: float, speed: float = 0, **others: Any) -> dict[str, Any]:
+    return {
+        "name": name,
+        "run_name": name,
+        "run_type": "iteration",
+        "cpu_time": cpu_time,
+        "time_unit": "us",
+        "bytes_per_second": speed,
+        **others,
+    }
+
+
+def read_rows(rows: list[dict[str, Any]]) -> Results:
+    with tempfile.TemporaryDirectory() as folder:
+        path = Path(folder) / "run.json"
+        path.write_text(json.dumps({"context": {}, "benchmarks": rows}), encoding="utf-8")
+        return results.read(path)
+
+
+def of_seconds(times: dict[str, float]) -> Results:
+    """As if each had been about a million bytes."""
+    measured = {parse_name(name): Measured(each, 1e6 / each) for name, each in times.items()}
+    return Results(measured, {})
+
+
+def outcome(found: list[Outcome], job: str, against: str, column: str) -> Outcome:
+    (one,) = [
+        each for each in found if (each.job, each.against, each.column) == (job, against, column)
+    ]
+    return one
+
+
+class ReadingTest(unittest.TestCase):
+    def test_takes_medians_of_the_repetitions_and_no_aggregates(self) -> None:
+        run = read_rows(
+            [
+                row("write/tqxml/1MiB", 3, 300),
+                row("write/tqxml/1MiB", 1, 900),
+                row("write/tqxml/1MiB", 2, 450),
+                row("write/tqxml/1MiB_mean", 50, run_type="aggregate"),
+            ]
+        )
+        self.assertEqual(list(run.measured), [Name("write", "tqxml", "1MiB")])
+        self.assertAlmostEqual(run.seconds(Name("write", "tqxml", "1MiB")) or 0, 2e-6)
+        self.assertEqual(run.measured[Name("write", "tqxml", "1MiB")].bytes_per_second, 450)
+
+    def test_does_not_pass_over_errors(self) -> None:
+        with self.assertRaisesRegex(ValueError, "write/qt/1MiB failed: out of ink"):
+            read_rows([row("write/qt/1MiB", 1, error_occurred=True, error_message="out of ink")])
+
+    def test_knows_names_by_their_parts(self) -> None:
+        self.assertEqual(parse_name("write/tqxml/1MiB/repeats:9"), Name("write", "tqxml", "1MiB"))
+        self.assertEqual(parse_name("a/b/c/250"), Name("a", "b/c", "250"))
+        self.assertEqual(str(Name("escape", "tqxml", "20%")), "escape/tqxml/20%")
+
+    def test_sorts_this_library_first_and_sizes_by_size(self) -> None:
+        run = of_seconds({"w/qt/1MiB": 1, "w/qt/3KiB": 1, "w/tqxml/300B": 1, "n/x/40": 1, "n/x/5": 1})
+        self.assertEqual(run.contenders("w"), ["tqxml", "qt"])
+        self.assertEqual(run.columns("w"), ["300B", "3KiB", "1MiB"])
+        self.assertEqual(run.columns("n"), ["5", "40"])
+        self.assertTrue(run.is_count("n"))
+        self.assertFalse(run.is_count("w"))
+
+
+class GoalsTest(unittest.TestCase):
+    def test_compares_with_the_best_peer_and_not_with_limits(self) -> None:
+        run = of_seconds(
+            {
+                "write/tqxml/1MiB": 3,
+                "write/by_hand/1MiB": 1,
+                "write/copy/1MiB": 0.1,
+                "write/qt/1MiB": 9,
+                "write/pugixml/1MiB": 6,
+            }
+        )
+        found = evaluate(run, memory.Memory())
+        best = outcome(found, "write", "pugixml", "1MiB")
+        self.assertEqual((best.measured, best.goal, best.met), (0.5, 0.6, True))
+        limit = outcome(found, "write", "by_hand", "1MiB")
+        self.assertEqual((limit.measured, limit.met), (3, False))
+
+    def test_measures_trees_by_other_jobs(self) -> None:
+        run = of_seconds({"tree_from_stream/tqxml/300B": 6, "read_whole/xerces/300B": 10})
+        found = evaluate(run, memory.Memory())
+        one = outcome(found, "tree_from_stream", "read_whole/xerces", "300B")
+        self.assertEqual((one.measured, one.goal), (0.6, 0.7))
+
+    def test_compares_times_for_a_byte(self) -> None:
+        run = of_seconds({"write/tqxml/1MiB": 1, "write/tqxml/16MiB": 1.1})
+        found = evaluate(run, memory.Memory())
+        one = outcome(found, "write", "a byte at 1MiB", "16MiB")
+        self.assertAlmostEqual(one.measured or 0, 1.1)
+        self.assertTrue(one.met)
+
+    def test_lets_time_grow_with_numbers_and_little_more(self) -> None:
+        times = {"250": 1.0, "1000": 4.9, "4000": 30.0}
+        run = of_seconds({f"namespaces/tqxml/{count}": time for count, time in times.items()})
+        found = evaluate(run, memory.Memory())
+        first = outcome(found, "namespaces/tqxml", "the time for 250", "1000")
+        second = outcome(found, "namespaces/tqxml", "the time for 1000", "4000")
+        self.assertEqual((first.goal, first.met, second.met), (5, True, False))
+
+    def test_a_goal_that_was_not_measured_is_not_met(self) -> None:
+        found = evaluate(of_seconds({}), memory.Memory())
+        self.assertFalse(any(each.met for each in found))
+        self.assertIn("children", [each.job for each in found])
+        self.assertIn(tables.NOT_MEASURED, tables.goals_table(found))
+
+
+class TablesTest(unittest.TestCase):
+    def test_shows_speed_and_ratio(self) -> None:
+        run = of_seconds({"write/qt/1MiB": 0.01, "write/tqxml/1MiB": 0.004})
+        self.assertEqual(
+            list(tables.all_tables(run)),
+            [
+                "#### Writing a document to UTF-8\n\n"
+                "| `write`     |       1MiB |\n"
+                "| ----------- | ---------: |\n"
+                "| tqxml       |        250 |\n"
+                "| tqxml, time |    4.00 ms |\n"
+                "| qt          | 100 (0.40) |"
+            ],
+        )
+
+    def test_shows_growth(self) -> None:
+        run = of_seconds({"children/write/100": 1e-6, "children/write/400": 4e-6})
+        (text,) = tables.all_tables(run)
+        self.assertIn("| write      | 1.00 µs | 4.00 µs (× 4.00) |", text)
+
+    def test_has_one_table_for_all_trees(self) -> None:
+        run = of_seconds({"tree_copy/tqxml/1MiB": 0.01, "tree_compare/tqxml/1MiB": 0.02})
+        (text,) = tables.all_tables(run)
+        self.assertIn("| tree_copy    |  100 |\n| tree_compare | 50.0 |", text)
+
+    def test_leaves_a_blank_for_what_a_contender_cannot_do(self) -> None:
+        run = of_seconds({"w/tqxml/1MiB": 1, "w/tqxml/300B": 1, "w/qt/1MiB": 1})
+        (text,) = tables.all_tables(run)
+        self.assertIn("| qt          |        | 1.00 (1.00) |", text)
+
+
+class DocumentTest(unittest.TestCase):
+    def test_replaces_one_section_and_nothing_else(self) -> None:
+        text = "a\n<!-- begin x -->\nold\n<!-- end x -->\nb\n<!-- begin y -->\n<!-- end y -->\n"
+        once = replace_section(text, "x", "new\n")
+        self.assertEqual(
+            once,
+            "a\n<!-- begin x -->\n\nnew\n\n<!-- end x -->\nb\n<!-- begin y -->\n<!-- end y -->\n",
+        )
+        self.assertEqual(replace_section(once, "x", "new"), once)
+
+    def test_needs_the_section(self) -> None:
+        with self.assertRaises(ValueError):
+            replace_section("<!-- begin x -->\n", "x", "new")
+
+
+class ComparisonTest(unittest.TestCase):
+    def verdict(self, ours: list[float], theirs: list[float]) -> str:
+        (change,) = comparison.changes(
+            [of_seconds({"write/tqxml/1MiB": time}) for time in ours],
+            [of_seconds({"write/tqxml/1MiB": time}) for time in theirs],
+        )
+        return change.verdict
+
+    def test_sees_what_became_slower_or_faster(self) -> None:
+        self.assertEqual(self.verdict([1.2, 1.3, 1.25], [1, 1, 1]), "SLOWER")
+        self.assertEqual(self.verdict([1, 1, 1], [1.2, 1.3, 1.25]), "faster")
+
+    def test_passes_over_noise(self) -> None:
+        self.assertEqual(self.verdict([1.03, 1.04, 1.03], [1, 1, 1]), "")
+        self.assertEqual(self.verdict([0.7, 1.1, 1.2, 0.8, 1.2], [1, 1, 1, 1, 1]), "")
+
+    def test_compares_round_by_round(self) -> None:
+        self.assertEqual(self.verdict([1, 2, 3], [1, 2, 3]), "")
+
+    def test_shows_the_worst_first_and_only_what_both_have(self) -> None:
+        ours = of_seconds({"a/tqxml/1": 1, "b/tqxml/1": 2, "new/tqxml/1": 1})
+        found = comparison.changes([ours], [of_seconds({"a/tqxml/1": 1, "b/tqxml/1": 1})])
+        self.assertEqual([change.name.job for change in found], ["b", "a"])
+        self.assertIn("| b/tqxml/1 | 2.00 s | 2.000 |", comparison.comparison_table(found))
+
+
+if __name__ == "__main__":
+    unittest.main()
