@@ -71,6 +71,8 @@ void add_tinyxml2(Contenders& contenders);
 void add_rapidxml(Contenders& contenders);
 void add_qt(Contenders& contenders);
 
+Contenders all_contenders();
+
 }  // namespace bench
 
 #endif

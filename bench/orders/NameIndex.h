@@ -42,7 +42,8 @@ class NameTable {
 
   // Comparing views of char16_t takes a loop in the standard library.
   static bool equal(View a, View b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(Char)) == 0;
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(Char)) == 0);
   }
 
   static std::size_t hash(View uri, View name) {
