@@ -142,7 +142,11 @@ int UString::compare(char16_t const* other) const noexcept {
 
 char const* UString::utf8_str() const { return utf8_.hold(to_utf8()); }
 
-std::string UString::to_utf8() const { return utf16_to_utf8(text_.data(), text_.size()); }
+std::string UString::to_utf8() const { return to_utf8(text_.data(), text_.size()); }
+
+std::string UString::to_utf8(unit_type const* text, std::size_t length) {
+  return utf16_to_utf8(text, length);
+}
 
 // ICU's operators give null where C++ promises an exception.
 void* UString::operator new(std::size_t size) { return not_null(icu::UMemory::operator new(size)); }

@@ -109,6 +109,8 @@ class TQUTIL_API UString {
   char const* utf8_str() const;
   /// The same as a string of its own, which also carries U+0000. Leaves the object untouched.
   std::string to_utf8() const;
+  /// The same for `length` units that need not be in a UString.
+  static std::string to_utf8(unit_type const* text, std::size_t length);
 
   /// A UString on the heap lives in ICU's memory. Raise std::bad_alloc when there is none left.
   static void* operator new(std::size_t size);

@@ -1,5 +1,8 @@
 #include "tqutil/Utf8.h"
 
+#if defined(__i386__) || defined(__x86_64__)
+#include <emmintrin.h>
+#endif
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
@@ -28,20 +31,50 @@ constexpr std::size_t MAX_UTF16_PIECE = 4096;
 // The most bytes that a UTF-16 unit becomes.
 constexpr std::size_t MAX_EXPANSION = 3;
 
-// Copies the ASCII units that `text` begins with, a byte each, and returns their number. The inner
-// loops have a fixed length so that the compiler turns them into vector instructions.
-std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
-  constexpr std::size_t BLOCK = 32;
+// Copies the ASCII units that `text` begins with, a byte each, and returns their number.
+std::size_t pack_ascii_singly(Unit const* text, std::size_t length, char* bytes) {
   std::size_t done = 0;
-  for (; done + BLOCK <= length; done += BLOCK) {
-    Unit seen = 0;
-    for (std::size_t i = 0; i < BLOCK; ++i) seen = static_cast<Unit>(seen | text[done + i]);
-    if (seen > 0x7F) break;
-    for (std::size_t i = 0; i < BLOCK; ++i) bytes[done + i] = static_cast<char>(text[done + i]);
-  }
   for (; done < length && text[done] <= 0x7F; ++done) bytes[done] = static_cast<char>(text[done]);
   return done;
 }
+
+#if defined(__i386__) || defined(__x86_64__)
+
+#ifdef __SSE2__
+constexpr bool has_sse2() { return true; }
+#else
+bool has_sse2() { return __builtin_cpu_supports("sse2") != 0; }
+#endif
+
+// The first block that is not all ASCII ends it.
+[[gnu::target("sse2")]] std::size_t pack_ascii_blocks(Unit const* text, std::size_t length,
+                                                      char* bytes) {
+  constexpr std::size_t BLOCK = 16;
+  __m128i const beyond_ascii = _mm_set1_epi16(static_cast<short>(0xFF80));
+  std::size_t done = 0;
+  for (; length - done >= BLOCK; done += BLOCK) {
+    auto const* const from = reinterpret_cast<__m128i const*>(text + done);
+    __m128i const low = _mm_loadu_si128(from);
+    __m128i const high = _mm_loadu_si128(from + 1);
+    __m128i const beyond = _mm_and_si128(_mm_or_si128(low, high), beyond_ascii);
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(beyond, _mm_setzero_si128())) != 0xFFFF) break;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes + done), _mm_packus_epi16(low, high));
+  }
+  return done;
+}
+
+std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
+  std::size_t const done = has_sse2() ? pack_ascii_blocks(text, length, bytes) : 0;
+  return done + pack_ascii_singly(text + done, length - done, bytes + done);
+}
+
+#else
+
+std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
+  return pack_ascii_singly(text, length, bytes);
+}
+
+#endif
 
 // How many units ICU is to convert before packing is worth another try: up to the next stretch of
 // ASCII, and never between the two halves of a surrogate pair.

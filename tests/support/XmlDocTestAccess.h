@@ -1,6 +1,10 @@
 #ifndef TESTS_SUPPORT_XMLDOCTESTACCESS_H
 #define TESTS_SUPPORT_XMLDOCTESTACCESS_H
 
+#include <map>
+#include <set>
+#include <vector>
+
 #include "tqxml/writer/XmlDoc.h"
 
 namespace Orn {
@@ -12,15 +16,18 @@ class XmlDocTestAccess {
   static void set_state(XmlDoc& doc, std::uint32_t state) { doc.state = state; }
   static void next_state(XmlDoc& doc) { doc.next_state(); }
 
-  static UString const& out(XmlDoc const& doc) { return doc.out; }
-  static std::deque<XmlTag::Id> const& tags(XmlDoc const& doc) { return doc.tags; }
+  static UString out(XmlDoc const& doc) { return doc.out.text(); }
+  static std::size_t spare_room(XmlDoc const& doc) { return doc.out.spare_room(); }
+  static std::vector<XmlTag::Id> const& tags(XmlDoc const& doc) { return doc.tags; }
   static bool start_tag_open(XmlDoc const& doc) { return doc.start_tag_open; }
   static bool after_start_tag(XmlDoc const& doc) { return doc.after_start_tag; }
   static std::uint32_t ns_counter(XmlDoc const& doc) { return doc.ns_counter; }
   static std::uint32_t ns_insert_pos(XmlDoc const& doc) { return doc.ns_insert_pos; }
   static XmlTag::Id root_tag(XmlDoc const& doc) { return doc.root_tag; }
-  static std::map<UString, std::set<UString>> const& ns_decls(XmlDoc const& doc) {
-    return doc.ns_decls;
+  static std::map<UString, std::set<UString>> ns_decls(XmlDoc const& doc) {
+    std::map<UString, std::set<UString>> table;
+    for (auto const& [uri, prefix] : doc.ns_decls.declarations()) table[*uri].insert(prefix);
+    return table;
   }
 };
 

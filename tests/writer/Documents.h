@@ -13,7 +13,7 @@ inline Orn::UString declared(Orn::UString const& rest) {
 }
 
 /// What `doc` has written and not handed out yet.
-inline Orn::UString const& out(Orn::XmlDoc const& doc) { return Orn::XmlDocTestAccess::out(doc); }
+inline Orn::UString out(Orn::XmlDoc const& doc) { return Orn::XmlDocTestAccess::out(doc); }
 
 inline Orn::UString closed_text(Orn::XmlDoc& doc) {
   doc.close();

@@ -21,7 +21,7 @@ namespace tests {
 struct Snapshot {
   Orn::UString out;
   std::uint32_t state = 0;
-  std::deque<Orn::XmlTag::Id> tags;
+  std::vector<Orn::XmlTag::Id> tags;
   bool start_tag_open = false;
   bool after_start_tag = true;
   Orn::XmlTag::Id root_tag = Orn::XmlTag::NO_TAG;

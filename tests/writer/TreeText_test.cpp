@@ -211,7 +211,7 @@ TEST(DocStr, KeepsWhatWasWrittenBeforeAFailureInTheDocument) {
   XmlDoc doc = with_open_root();
   EXPECT_THROW(doc.str(with_unknown_tag), TagException);
   EXPECT_EQ(out(doc), declared(u"<N1:r><N1:a>t"));
-  EXPECT_EQ(Access::tags(doc), (std::deque<XmlTag::Id>{u_r, u_a}));
+  EXPECT_EQ(Access::tags(doc), (std::vector<XmlTag::Id>{u_r, u_a}));
 
   XmlDoc late = after_partial_output();
   Elem with_new_namespace(u_a);

@@ -201,7 +201,7 @@ TEST(AddTree, KeepsWhatItWroteUpToANamespaceThatComesTooLate) {
   Elem const tree = elem(u_a, {with_text(u_b, u"t"), elem(v_a), elem(u_c)});
   EXPECT_RAISES(doc.add_elem(tree, false), StateException, Catalogue::NAMESPACE_AFTER_OUTPUT);
   EXPECT_EQ(out(doc), u"<N1:a><N1:b>t</N1:b>");
-  EXPECT_EQ(Access::tags(doc), (std::deque<XmlTag::Id>{u_r, u_a}));
+  EXPECT_EQ(Access::tags(doc), (std::vector<XmlTag::Id>{u_r, u_a}));
   EXPECT_EQ(Access::state(doc), 2U);
 }
 

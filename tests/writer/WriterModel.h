@@ -280,8 +280,8 @@ class WriterModel {
     return i < pieces_.size() ? pieces_[i].tag : Orn::XmlTag::NO_TAG;
   }
 
-  std::deque<Orn::XmlTag::Id> open_tags() const {
-    std::deque<Orn::XmlTag::Id> open;
+  std::vector<Orn::XmlTag::Id> open_tags() const {
+    std::vector<Orn::XmlTag::Id> open;
     for (Piece const& piece : pieces_) {
       if (piece.kind == Piece::START) open.push_back(piece.tag);
       if (piece.kind == Piece::END || piece.kind == Piece::LEAF_END) open.pop_back();

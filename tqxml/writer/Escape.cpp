@@ -2,134 +2,165 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string_view>
 
 #include "tqxml/writer/MarkupText.h"
+#include "tqxml/writer/UnitSearch.h"
 #include "tqxml/writer/XmlDoc.h"
 
 namespace Orn {
 namespace {
 
-// What a CDATA section adds to a text: "<![CDATA[" and "]]>".
-constexpr unsigned int CDATA_GROWTH = 9 + 3;
+using Unit = UString::unit_type;
+using Entity = std::u16string_view;
 
-struct Entities {
-  UString const amp{u"&amp;"};
-  UString const lt{u"&lt;"};
-  UString const gt{u"&gt;"};
-  UString const quot{u"&quot;"};
-  UString const tab{u"&#9;"};
-  UString const line_feed{u"&#10;"};
-  UString const carriage_return{u"&#13;"};
+// What a CDATA section adds to a text.
+constexpr std::size_t CDATA_GROWTH = markup::CDATA_BEGIN.size() + markup::CDATA_END.size();
+
+/// What must not stand in element content as it is.
+struct Content {
+  using Search = UnitSearch<u'&', u'<', u'>'>;
+
+  /// The entity for the unit at `place`, or none where it can stay.
+  static Entity entity(Unit const* begin, Unit const* place) {
+    switch (*place) {
+      case u'&':
+        return u"&amp;";
+      case u'<':
+        return u"&lt;";
+      default:
+        return is_cdata_end(begin, place) ? Entity(u"&gt;") : Entity();
+    }
+  }
+
+  static bool is_cdata_end(Unit const* begin, Unit const* place) {
+    return place - begin >= 2 && place[-1] == u']' && place[-2] == u']';
+  }
 };
 
-Entities const& entities() {
-  static Entities const all;
-  return all;
-}
+/// What must not stand in an attribute value.
+struct AttributeValue {
+  using Search = UnitSearch<u'&', u'<', u'"', u'\t', u'\n', u'\r'>;
 
-// Each of the two gives the entity that must stand for the unit at `i`, or null when the unit can
-// stay.
-
-UString const* entity_in_content(UString const& text, unsigned int i) {
-  // Most units of most texts are above all those that matter.
-  if (text[i] > u'>') return nullptr;
-  switch (text[i]) {
-    case u'&':
-      return &entities().amp;
-    case u'<':
-      return &entities().lt;
-    case u'>':
-      return i >= 2 && text[i - 1] == u']' && text[i - 2] == u']' ? &entities().gt : nullptr;
-    default:
-      return nullptr;
+  static Entity entity(Unit const* /*begin*/, Unit const* place) {
+    switch (*place) {
+      case u'&':
+        return u"&amp;";
+      case u'<':
+        return u"&lt;";
+      case u'"':
+        return u"&quot;";
+      case u'\t':
+        return u"&#9;";
+      case u'\n':
+        return u"&#10;";
+      default:
+        return u"&#13;";
+    }
   }
-}
+};
 
-UString const* entity_in_attribute(UString const& text, unsigned int i) {
-  switch (text[i]) {
-    case u'&':
-      return &entities().amp;
-    case u'<':
-      return &entities().lt;
-    case u'"':
-      return &entities().quot;
-    case u'\t':
-      return &entities().tab;
-    case u'\n':
-      return &entities().line_feed;
-    case u'\r':
-      return &entities().carriage_return;
-    default:
-      return nullptr;
+Unit const* begin_of(UString const& text) { return text.data(); }
+Unit const* end_of(UString const& text) { return text.data() + text.length(); }
+
+bool holds_cdata_end(UString const& text) {
+  using Search = UnitSearch<u'>'>;
+  Unit const* const end = end_of(text);
+  Unit const* place = Search::find(begin_of(text), end);
+  while (place != end && !Content::is_cdata_end(begin_of(text), place)) {
+    place = Search::find(place + 1, end);
   }
+  return place != end;
 }
 
-// What entities add to a text, in code units.
+/// What entities would add to a text, in code units, and whether a CDATA section can hold it.
 struct Growth {
-  std::uint64_t units = 0;
-  bool holds_cdata_end = false;
+  std::size_t units = 0;
+  bool may_wrap = true;
 };
 
-template <class EntityFor>
-Growth growth_with_entities(UString const& text, EntityFor entity_for) {
+// Once a CDATA section would not be longer all that matters is whether one is possible.
+Growth growth_with_entities(UString const& text, Unit const* first_special) {
   Growth growth;
-  for (unsigned int i = 0; i < text.length(); ++i) {
-    UString const* const entity = entity_for(text, i);
-    if (entity == nullptr) continue;
-    growth.units += entity->length() - 1;
-    if (entity == &entities().gt) growth.holds_cdata_end = true;
+  Unit const* const end = end_of(text);
+  for (Unit const* place = first_special; place != end;
+       place = Content::Search::find(place + 1, end)) {
+    Entity const entity = Content::entity(begin_of(text), place);
+    if (entity.empty()) continue;
+    growth.units += entity.size() - 1;
+    if (*place == u'>') growth.may_wrap = false;
+    if (!growth.may_wrap || growth.units < CDATA_GROWTH) continue;
+    if (!holds_cdata_end(text)) break;
+    growth.may_wrap = false;
   }
   return growth;
 }
 
-// Makes room once for what is to be appended. A length that no text can have is refused here.
-void reserve_more(UString& dest, std::uint64_t units) {
-  std::uint64_t const length = std::min<std::uint64_t>(dest.length() + units, UString::npos);
-  dest.reserve(static_cast<unsigned int>(length));
+// The two destinations differ only in how room is made.
+void make_room(MarkupBuffer& dest, std::size_t units) { dest.room_for(units); }
+void make_room(UString& dest, std::size_t units) {
+  std::size_t const length = dest.length() + std::min<std::size_t>(units, UString::max_length);
+  dest.reserve(static_cast<unsigned int>(std::min<std::size_t>(length, UString::npos)));
 }
 
-template <class EntityFor>
-void append_with_entities(UString& dest, UString const& text, Growth const& growth,
-                          EntityFor entity_for) {
-  reserve_more(dest, text.length() + growth.units);
-  unsigned int copied = 0;
-  for (unsigned int i = 0; i < text.length(); ++i) {
-    UString const* const entity = entity_for(text, i);
-    if (entity == nullptr) continue;
-    dest.append(text, copied, i - copied).append(*entity);
-    copied = i + 1;
+template <class Rules, class Dest>
+void append_with_entities(Dest& dest, UString const& text, Unit const* first_special) {
+  Unit const* const begin = begin_of(text);
+  Unit const* const end = end_of(text);
+  Unit const* copied = begin;
+  auto const append_up_to = [&](Unit const* place) {
+    dest.append(text, static_cast<unsigned int>(copied - begin),
+                static_cast<unsigned int>(place - copied));
+  };
+  for (Unit const* place = first_special; place != end;
+       place = Rules::Search::find(place + 1, end)) {
+    Entity const entity = Rules::entity(begin, place);
+    if (entity.empty()) continue;
+    append_up_to(place);
+    dest.append(entity.data(), entity.size());
+    copied = place + 1;
   }
-  dest.append(text, copied, UString::npos);
+  append_up_to(end);
 }
 
-void append_as_cdata(UString& dest, UString const& text) {
-  reserve_more(dest, std::uint64_t{text.length()} + CDATA_GROWTH);
-  dest.append(markup::CDATA_BEGIN).append(text).append(markup::CDATA_END);
+template <class Dest>
+void append_as_cdata(Dest& dest, UString const& text) {
+  make_room(dest, text.length() + CDATA_GROWTH);
+  dest.append(markup::CDATA_BEGIN.data(), markup::CDATA_BEGIN.size());
+  dest.append(text);
+  dest.append(markup::CDATA_END.data(), markup::CDATA_END.size());
+}
+
+template <class Dest>
+void append_content(Dest& dest, UString const& text) {
+  Unit const* const first_special = Content::Search::find(begin_of(text), end_of(text));
+  if (first_special == end_of(text)) {
+    dest.append(text);
+    return;
+  }
+  Growth const growth = growth_with_entities(text, first_special);
+  if (growth.may_wrap && growth.units >= CDATA_GROWTH) {
+    append_as_cdata(dest, text);
+  } else {
+    make_room(dest, text.length() + growth.units);
+    append_with_entities<Content>(dest, text, first_special);
+  }
 }
 
 }  // namespace
 
-void append_escaped(UString& dest, UString const& text) {
-  Growth const growth = growth_with_entities(text, entity_in_content);
-  if (growth.units == 0) {
-    dest.append(text);
-  } else if (!growth.holds_cdata_end && CDATA_GROWTH <= growth.units) {
-    append_as_cdata(dest, text);
-  } else {
-    append_with_entities(dest, text, growth, entity_in_content);
-  }
-}
+void append_escaped(MarkupBuffer& dest, UString const& text) { append_content(dest, text); }
 
 UString XmlDoc::escape(UString const& text) {
   UString escaped;
-  append_escaped(escaped, text);
+  append_content(escaped, text);
   return escaped;
 }
 
 UString XmlDoc::escape_attr(UString const& value) {
   UString escaped;
-  append_with_entities(escaped, value, growth_with_entities(value, entity_in_attribute),
-                       entity_in_attribute);
+  append_with_entities<AttributeValue>(
+      escaped, value, AttributeValue::Search::find(begin_of(value), end_of(value)));
   return escaped;
 }
 

@@ -1,31 +1,34 @@
 #ifndef TQXML_WRITER_MARKUPTEXT_H
 #define TQXML_WRITER_MARKUPTEXT_H
 
-#include "tqutil/UString.h"
+#include <string_view>
 
 namespace Orn::markup {
 
-// The fixed pieces of markup, built once while the library is loaded.
-extern UString const START_TAG_BEGIN;      // <
-extern UString const START_TAG_END;        // >
-extern UString const EMPTY_TAG_END;        // />
-extern UString const END_TAG_BEGIN;        // </
-extern UString const END_TAG_END;          // >
-extern UString const CDATA_BEGIN;          // <![CDATA[
-extern UString const CDATA_END;            // ]]>
-extern UString const NAMESPACE_SEPARATOR;  // :
-extern UString const DEFAULT_ENCODING;     // UTF-8
+// The fixed pieces of markup.
 
-extern UString const LINE_FEED;
-extern UString const INDENT;  // two blanks
-extern UString const BLANK;
-extern UString const VALUE_BEGIN;       // ="
-extern UString const VALUE_END;         // "
-extern UString const XMLNS;             //  xmlns, with the blank before it
-extern UString const COMMENT_BEGIN;     // !-- , with the blank behind it
-extern UString const COMMENT_END;       //  --, with the blank before it
-extern UString const INSTRUCTION_MARK;  // ?
-extern UString const XML_DECL_BEGIN;    // xml version="1.0" encoding="
+using Piece = std::u16string_view;
+
+inline constexpr Piece START_TAG_BEGIN = u"<";
+inline constexpr Piece START_TAG_END = u">";
+inline constexpr Piece EMPTY_TAG_END = u"/>";
+inline constexpr Piece END_TAG_BEGIN = u"</";
+inline constexpr Piece END_TAG_END = u">";
+inline constexpr Piece CDATA_BEGIN = u"<![CDATA[";
+inline constexpr Piece CDATA_END = u"]]>";
+inline constexpr Piece NAMESPACE_SEPARATOR = u":";
+inline constexpr Piece DEFAULT_ENCODING = u"UTF-8";
+
+inline constexpr Piece LINE_FEED = u"\n";
+inline constexpr Piece INDENT = u"  ";
+inline constexpr Piece BLANK = u" ";
+inline constexpr Piece VALUE_BEGIN = u"=\"";
+inline constexpr Piece VALUE_END = u"\"";
+inline constexpr Piece XMLNS = u" xmlns";
+inline constexpr Piece COMMENT_BEGIN = u"!-- ";
+inline constexpr Piece COMMENT_END = u" --";
+inline constexpr Piece INSTRUCTION_MARK = u"?";
+inline constexpr Piece XML_DECL_BEGIN = u"xml version=\"1.0\" encoding=\"";
 
 }  // namespace Orn::markup
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tqxml/foundation/Raise.h"
+#include "tqxml/writer/Decimal.h"
 #include "tqxml/writer/Escape.h"
 #include "tqxml/writer/MarkupText.h"
 
@@ -14,8 +15,8 @@ namespace {
 
 // Code units: room made when a document begins, and by which it grows when a start tag finds less
 // than the least spare room.
-constexpr unsigned int ROOM = 2048;
-constexpr unsigned int LEAST_SPARE_ROOM = 100;
+constexpr std::size_t ROOM = 2048;
+constexpr std::size_t LEAST_SPARE_ROOM = 100;
 
 }  // namespace
 
@@ -42,40 +43,47 @@ void XmlDoc::start_doc(XmlTag::Id root) {
 }
 
 void XmlDoc::write_declaration() {
-  out.reserve(ROOM);
+  static UString const encoding(markup::DEFAULT_ENCODING.data(), markup::DEFAULT_ENCODING.size());
+  out.room_for(ROOM);
   next_state();
-  add_xml_decl(markup::DEFAULT_ENCODING);
+  add_xml_decl(encoding);
 }
 
-void XmlDoc::open_root(XmlTag::Id root) {
+XmlDoc::QualifiedName XmlDoc::open_root(XmlTag::Id root) {
   // The name comes first: a tag that is refused leaves a fresh document fresh.
   QualifiedName const name = qualify(root, false);
   if (state == DOC_INITIAL) write_declaration();
   next_state();
-  begin_start_tag(root, name);
+  begin_start_tag(name);
   root_tag = root;
-  ns_insert_pos = out.length();
+  ns_insert_pos = static_cast<std::uint32_t>(out.length());
+  return name;
 }
 
 void XmlDoc::start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns) {
   if (state > DOC_STARTED) {
-    check_start_tag_allowed();
-    begin_start_tag(tag, qualify(tag, default_ns));
+    begin_inner(tag, default_ns);
   } else {
     start_doc(tag);
   }
 }
 
 // The start tag of an element that is written whole. Without a tag it would have nothing to close.
-void XmlDoc::begin_leaf(XmlTag::Id tag, bool default_ns) {
-  if (tag == XmlTag::NO_TAG && state <= DOC_STARTED) XmlTag::lookup(tag);
-  start_doc_or_begin_start_tag(tag, default_ns);
+XmlDoc::QualifiedName XmlDoc::begin_leaf(XmlTag::Id tag, bool default_ns) {
+  return state > DOC_STARTED ? begin_inner(tag, default_ns) : open_root(tag);
 }
 
-void XmlDoc::begin_start_tag(XmlTag::Id tag, QualifiedName const& name) {
+XmlDoc::QualifiedName XmlDoc::begin_inner(XmlTag::Id tag, bool default_ns) {
+  check_start_tag_allowed();
+  QualifiedName const name = qualify(tag, default_ns);
+  begin_start_tag(name);
+  return name;
+}
+
+void XmlDoc::begin_start_tag(QualifiedName const& name) {
   open_start_tag();
   add_tag(name);
-  tags.push_back(tag);
+  tags.push_back(name.tag.id());
 }
 
 void XmlDoc::check_start_tag_allowed() const {
@@ -87,7 +95,7 @@ void XmlDoc::check_start_tag_allowed() const {
 void XmlDoc::open_start_tag() {
   check_start_tag_allowed();
   close_start_tag();
-  if (out.capacity() - out.length() < LEAST_SPARE_ROOM) out.reserve(out.capacity() + ROOM);
+  if (out.spare_room() < LEAST_SPARE_ROOM) out.room_for(out.spare_room() + ROOM);
   add_indent();
   out.append(markup::START_TAG_BEGIN);
   start_tag_open = true;
@@ -118,12 +126,16 @@ void XmlDoc::do_pop_elem(XmlTag::Id tag) {
     raise<StateException>(Catalogue::POPPED_ELEMENT_MISMATCH);
   }
   XmlTag const& popped = XmlTag::lookup(tags.back());
+  write_end_tag({popped, ns_prefix(popped, true)});
+}
+
+void XmlDoc::write_end_tag(QualifiedName const& name) {
   tags.pop_back();
   close_start_tag();
   if (!after_start_tag) add_indent();
   out.append(markup::END_TAG_BEGIN);
   after_start_tag = false;
-  add_qualified({popped, ns_prefix(popped, true)});
+  add_qualified(name);
   out.append(markup::END_TAG_END);
   if (!tags.empty()) return;
   next_state();
@@ -144,9 +156,9 @@ void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
     add_elem(tag, false);
     return;
   }
-  begin_leaf(tag, false);
+  QualifiedName const name = begin_leaf(tag, false);
   append_elem_body(text, do_escape);
-  do_pop_elem(tag);
+  write_end_tag(name);
 }
 
 void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
@@ -154,12 +166,12 @@ void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
   QualifiedName const qualified = qualify(name, false);
   out.append(markup::BLANK);
   add_tag(qualified);
-  out.append(markup::VALUE_BEGIN).append(value).append(markup::VALUE_END);
+  out.append(markup::VALUE_BEGIN);
+  out.append(value);
+  out.append(markup::VALUE_END);
 }
 
-void XmlDoc::add_attr(XmlTag::Id name, long value) {
-  add_attr(name, UString::from_utf8(std::to_string(value)));
-}
+void XmlDoc::add_attr(XmlTag::Id name, long value) { add_attr(name, decimal(value)); }
 
 void XmlDoc::append_elem_body(UString const& text, bool do_escape) {
   if (tags.empty()) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_BODY);
@@ -191,7 +203,7 @@ void XmlDoc::check_doc_closed() const {
 
 UString XmlDoc::str() const {
   check_doc_closed();
-  return out;
+  return out.text();
 }
 
 std::string XmlDoc::byte_array() const {
@@ -205,8 +217,8 @@ UString XmlDoc::inc_str() {
   if (state == DOC_INITIAL) raise<StateException>(Catalogue::NOT_STARTED);
   close_start_tag();
   insert_ns_decls();
-  UString piece = out;
-  out.clear();
+  UString piece = out.text();
+  out.cut(0);
   return piece;
 }
 

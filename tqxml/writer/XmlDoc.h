@@ -2,15 +2,16 @@
 #define TQXML_WRITER_XMLDOC_H
 
 #include <cstdint>
-#include <deque>
-#include <map>
-#include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
+#include "tqxml/writer/MarkupBuffer.h"
+#include "tqxml/writer/NamespaceTable.h"
 
 namespace Orn {
 
@@ -193,15 +194,19 @@ class TQXML_API XmlDoc {
 
   void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
   void write_declaration();
-  void open_root(XmlTag::Id root);
-  void begin_leaf(XmlTag::Id tag, bool default_ns);
-  void begin_start_tag(XmlTag::Id tag, QualifiedName const& name);
+  QualifiedName open_root(XmlTag::Id root);
+  QualifiedName begin_leaf(XmlTag::Id tag, bool default_ns);
+  QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
+  void begin_start_tag(QualifiedName const& name);
   bool begin_tree(Elem const& e, bool default_ns);
   void open_start_tag();
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
+  void write_end_tag(QualifiedName const& name);
   void add_indent();
-  void add_bracketed(UString const& opening, UString const& text, UString const& closing);
+  void add_bracketed(std::u16string_view opening, UString const& text, std::u16string_view closing);
+  void begin_bracketed(std::u16string_view opening);
+  void end_bracketed(std::u16string_view closing);
 
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
   UString const& ns_prefix(XmlTag const& tag, bool default_ns);
@@ -209,10 +214,10 @@ class TQXML_API XmlDoc {
   void add_qualified(QualifiedName const& name);
   UString next_prefix();
   void insert_ns_decls();
-  static void add_ns_attr(UString& dest, UString const& uri, UString const& prefix);
+  static void add_ns_attr(MarkupBuffer& dest, UString const& uri, UString const& prefix);
 
   /// Markup produced and not yet handed out by inc_str().
-  UString out;
+  MarkupBuffer out;
   /// Where the namespace declarations go, right behind the root's name; 0 when there is no such
   /// place (yet, or any more).
   std::uint32_t ns_insert_pos = 0;
@@ -227,9 +232,9 @@ class TQXML_API XmlDoc {
   /// end tag is not indented.
   bool after_start_tag = true;
   /// The open elements, the innermost at the back. Not empty exactly in DOC_ROOT_OPEN.
-  std::deque<XmlTag::Id> tags;
-  /// The prefixes of each namespace URI, at least one each. Nothing is ever removed.
-  std::map<UString, std::set<UString>> ns_decls;
+  std::vector<XmlTag::Id> tags;
+  /// The prefixes of each namespace URI.
+  NamespaceTable ns_decls;
 };
 
 }  // namespace Orn

@@ -1,8 +1,8 @@
 #include "tqxml/writer/XmlDocElem.h"
 
 #include <memory>
-#include <string>
 
+#include "tqxml/writer/Decimal.h"
 #include "tqxml/writer/ElemChild.h"
 
 // The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become
@@ -51,9 +51,7 @@ void XmlDoc::Elem::add_attr(XmlTag::Id id, UString const& value) {
   attrs.push_back(attr_t{id, value});
 }
 
-void XmlDoc::Elem::add_attr(XmlTag::Id id, long value) {
-  add_attr(id, UString::from_utf8(std::to_string(value)));
-}
+void XmlDoc::Elem::add_attr(XmlTag::Id id, long value) { add_attr(id, decimal(value)); }
 
 void XmlDoc::Elem::add_body(UString const& text, bool escape) {
   if (text.empty()) return;

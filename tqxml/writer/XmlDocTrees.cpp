@@ -53,10 +53,10 @@ bool XmlDoc::begin_tree(Elem const& e, bool default_ns) {
 UString XmlDoc::str(Elem const& e) {
   if (state == DOC_INITIAL) start_doc(XmlTag::NO_TAG);
   std::uint32_t const state_before = state;
-  unsigned int const length_before = out.length();
+  std::size_t const length_before = out.length();
   add_elem(e, true);
-  UString fragment = out.substr(length_before, UString::npos);
-  out.erase(length_before, UString::npos);
+  UString fragment = out.text(length_before);
+  out.cut(length_before);
   state = state_before;
   return fragment;
 }

@@ -1,0 +1,59 @@
+#include "tqxml/writer/MarkupBuffer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
+
+namespace Orn {
+namespace {
+
+// The longest text: what a UString can hold, and what addresses leave room for.
+constexpr std::size_t MAX_LENGTH =
+    std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(MarkupBuffer::Unit));
+
+}  // namespace
+
+MarkupBuffer::MarkupBuffer(MarkupBuffer const& other) { append(other.begin_, other.length()); }
+
+MarkupBuffer& MarkupBuffer::operator=(MarkupBuffer const& other) {
+  if (this != &other) {
+    cut(0);
+    append(other.begin_, other.length());
+  }
+  return *this;
+}
+
+MarkupBuffer::~MarkupBuffer() { std::free(begin_); }
+
+void MarkupBuffer::insert(std::size_t pos, MarkupBuffer const& text) {
+  std::size_t const behind = length() - pos;
+  Unit* const end = room_for(text.length()) + text.length();
+  Unit* const place = begin_ + pos;
+  std::memmove(place + text.length(), place, behind * sizeof(Unit));
+  put(place, text.begin_, text.length());
+  end_at(end);
+}
+
+UString MarkupBuffer::text(std::size_t pos) const {
+  return pos == length() ? UString() : UString(UString::string_type(begin_ + pos, end_));
+}
+
+std::string MarkupBuffer::to_utf8() const { return UString::to_utf8(begin_, length()); }
+
+// At least doubles the room, so that a text costs time in proportion to its length. The C library
+// moves large blocks by their page table, which no allocator of C++ can do.
+void MarkupBuffer::grow(std::size_t units) {
+  std::size_t const used = length();
+  if (units > MAX_LENGTH - used) throw std::length_error("XmlDoc is too long");
+  auto const room = static_cast<std::size_t>(limit_ - begin_);
+  std::size_t const wanted = std::max(used + units, std::min(room, MAX_LENGTH / 2) * 2);
+  void* const block = std::realloc(begin_, wanted * sizeof(Unit));
+  if (block == nullptr) throw std::bad_alloc();
+  begin_ = static_cast<Unit*>(block);
+  end_ = begin_ + used;
+  limit_ = begin_ + wanted;
+}
+
+}  // namespace Orn

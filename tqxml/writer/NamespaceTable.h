@@ -1,0 +1,79 @@
+#ifndef TQXML_WRITER_NAMESPACETABLE_H
+#define TQXML_WRITER_NAMESPACETABLE_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <set>
+
+#include "tqutil/UString.h"
+#include "tqutil/XmlTag.h"
+#include "tqxml/foundation/Export.h"
+
+namespace Orn {
+
+/// The prefixes that a document declares, any number for each namespace URI. Nothing is ever
+/// removed. For the writer alone.
+class TQXML_API NamespaceTable {
+ public:
+  /// The URI is that of the registry.
+  struct Declaration {
+    UString const* uri;
+    UString prefix;
+
+    bool operator<(Declaration const& other) const noexcept {
+      int const uris = uri->compare(*other.uri);
+      return uris < 0 || (uris == 0 && prefix < other.prefix);
+    }
+  };
+
+  bool contains(UString const& uri) const { return find(uri) != nullptr; }
+  /// The first prefix of the tag's namespace in code-unit order; null when it has none.
+  UString const* prefix_of(XmlTag const& tag) const {
+    Answer& answer = answers_.for_namespace(tag.ns_id());
+    if (!answer.known || answer.ns != tag.ns_id()) answer = {true, tag.ns_id(), find(tag.ns())};
+    return answer.prefix;
+  }
+  /// Enters a prefix for a URI of the registry, unless it is there.
+  void add(UString const& uri, UString const& prefix);
+
+  /// By URI and then by prefix, in code-unit order.
+  std::set<Declaration> const& declarations() const noexcept { return declarations_; }
+
+ private:
+  struct Answer {
+    bool known = false;
+    XmlTag::NsId ns = XmlTag::NO_NS;
+    UString const* prefix = nullptr;
+  };
+
+  /// What `prefix_of` found since the table last changed, for a few namespaces. Its prefixes belong
+  /// to one table: copies begin without answers.
+  class Answers {
+   public:
+    Answers() noexcept = default;
+    Answers(Answers const&) noexcept {}
+    Answers& operator=(Answers const&) noexcept {
+      forget();
+      return *this;
+    }
+    ~Answers() = default;
+
+    Answer& for_namespace(XmlTag::NsId ns) noexcept {
+      return answers_[static_cast<std::uint32_t>(ns) % answers_.size()];
+    }
+    void forget() noexcept { answers_ = {}; }
+
+   private:
+    std::array<Answer, 4> answers_;
+  };
+
+  UString const* find(UString const& uri) const;
+
+  std::set<Declaration> declarations_;
+  mutable Answers answers_;
+};
+
+}  // namespace Orn
+
+#endif
