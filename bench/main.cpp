@@ -18,9 +18,21 @@ void expect(bool right, std::string const& who) {
 
 namespace {
 
-void check_all(Contenders const& contenders) { check_documents(contenders); }
+void check_all(Contenders const& contenders) {
+  check_documents(contenders);
+  check_escape();
+  check_utf8();
+  check_trees();
+  check_growth();
+}
 
-void register_all(Contenders const& contenders) { register_documents(contenders); }
+void register_all(Contenders const& contenders) {
+  register_documents(contenders);
+  register_escape();
+  register_utf8();
+  register_trees();
+  register_growth();
+}
 
 bool is_all_the_same(Contenders const& contenders) {
   try {
