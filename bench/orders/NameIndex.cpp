@@ -3,16 +3,13 @@
 #include <utility>
 
 #include "bench/orders/Names.h"
+#include "bench/orders/PrefixedName.h"
 #include "bench/orders/Views.h"
 
 namespace bench {
 namespace {
 
 using Orn::XmlTag;
-
-std::string qualified_name(XmlTag const& tag) {
-  return "N" + std::to_string(tag.ns_id()) + ":" + tag.simple_name().to_utf8();
-}
 
 std::vector<XmlTag::Id> all_order_names() {
   std::vector<XmlTag::Id> ids{orders, order};
@@ -48,7 +45,7 @@ NameIndex::NameIndex(std::vector<XmlTag::Id> const& ids) {
     XmlTag const& tag = XmlTag::lookup(id);
     utf16_.add(utf16_view(tag.ns()), utf16_view(tag.simple_name()), id);
     utf8_.add(tag.ns().to_utf8(), tag.simple_name().to_utf8(), id);
-    qualified_.add({}, qualified_name(tag), id);
+    qualified_.add({}, prefixed_name(id), id);
   }
 }
 
