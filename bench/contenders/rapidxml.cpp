@@ -84,9 +84,11 @@ struct Whole {
   }
 
  private:
-  /// The values of elements are enough for leaves, and come with their lengths.
-  static constexpr int FLAGS =
-      rapidxml::parse_no_data_nodes | rapidxml::parse_no_string_terminators;
+  /// The values of elements are enough for leaves, and come with their lengths. End tags are
+  /// checked, as everybody else does.
+  static constexpr int FLAGS = rapidxml::parse_no_data_nodes |
+                               rapidxml::parse_no_string_terminators |
+                               rapidxml::parse_validate_closing_tags;
 
   template <class Sink>
   static void walk(Node const& element, Sink& sink) {
