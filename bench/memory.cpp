@@ -6,11 +6,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <istream>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -26,11 +27,11 @@
 namespace bench {
 namespace {
 
-constexpr std::uint64_t KIB = 1024;
-constexpr std::uint64_t MIB = 1024 * KIB;
-constexpr std::uint64_t SHORT_STREAM = 64 * KIB;
-constexpr std::uint64_t LONG_STREAM = 256 * MIB;
-constexpr std::uint64_t WHOLE = 16 * MIB;
+constexpr std::size_t KIB = 1024;
+constexpr std::size_t MIB = 1024 * KIB;
+constexpr std::size_t SHORT_STREAM = 64 * KIB;
+constexpr std::size_t LONG_STREAM = 256 * MIB;
+constexpr std::size_t WHOLE = 16 * MIB;
 constexpr std::uint64_t ALLOWED_STREAM_GROWTH_KIB = 256;
 constexpr double ALLOWED_TIMES_OUTPUT = 3.6;
 
@@ -112,7 +113,7 @@ Needs needs_of(Prepare prepare, Work work) {
 constexpr auto NOTHING = [] { return 0; };
 
 template <class Read>
-Needs needs_of_stream(std::uint64_t bytes, Read read) {
+Needs needs_of_stream(std::size_t bytes, Read read) {
   return needs_of(NOTHING, [=](int) {
     OrdersBuffer buffer(bytes);
     std::istream in(&buffer);
@@ -123,7 +124,7 @@ Needs needs_of_stream(std::uint64_t bytes, Read read) {
 }
 
 template <class Read>
-Needs needs_of_whole(std::uint64_t bytes, Read read) {
+Needs needs_of_whole(std::size_t bytes, Read read) {
   auto const prepare = [=] {
     OrdersBuffer buffer(bytes);
     std::string document;
@@ -139,7 +140,7 @@ Needs needs_of_whole(std::uint64_t bytes, Read read) {
 }
 
 /// Of the document with as many records as fit, which are made while they are written.
-std::string write_orders(std::uint64_t bytes) {
+std::string write_orders(std::size_t bytes) {
   OrderMaker maker;
   Orn::XmlDoc doc(orders);
   std::size_t length = length_around_orders();
@@ -153,7 +154,7 @@ std::string write_orders(std::uint64_t bytes) {
   return doc.byte_array();
 }
 
-Needs needs_of_writing(std::uint64_t bytes) {
+Needs needs_of_writing(std::size_t bytes) {
   return needs_of(NOTHING, [=](int) {
     std::string const output = write_orders(bytes);
     return Done{output.size(), 0};
@@ -166,11 +167,11 @@ void show_head() {
   std::printf("|---|--:|--:|--:|--:|--:|\n");
 }
 
-std::string size_of(std::uint64_t bytes) {
+std::string size_of(std::size_t bytes) {
   return bytes < MIB ? std::to_string(bytes / KIB) + "KiB" : std::to_string(bytes / MIB) + "MiB";
 }
 
-void show(char const* what, std::uint64_t bytes, Needs const& needs) {
+void show(char const* what, std::size_t bytes, Needs const& needs) {
   auto const number = [](std::uint64_t n) { return static_cast<unsigned long long>(n); };
   std::printf("| %s | %s | %llu | %llu | %llu | %.2f |\n", what, size_of(bytes).c_str(),
               number(needs.before_kib), number(needs.peak_kib), number(needs.growth_kib()),
@@ -219,7 +220,7 @@ bool show_streams() {
 /// of the goal counts.
 bool show_writing() {
   bool good = false;
-  for (std::uint64_t const mib : {10, 12, 14, 16, 17, 20, 24}) {
+  for (std::size_t const mib : {10, 12, 14, 16, 17, 20, 24}) {
     Needs const needs = needs_of_writing(mib * MIB);
     show("write/tqxml", mib * MIB, needs);
     if (mib * MIB == WHOLE) good = needs.times_document() < ALLOWED_TIMES_OUTPUT;

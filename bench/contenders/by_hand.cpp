@@ -1,10 +1,10 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
-#include <string_view>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -16,8 +16,6 @@
 
 namespace bench {
 namespace {
-
-using namespace std::string_view_literals;
 
 using Orn::UString;
 using Orn::XmlTag;
@@ -57,37 +55,61 @@ class Units {
   std::size_t capacity_ = 0;
 };
 
+/// Units in a vector register, which is what is looked at and copied at once.
 constexpr std::size_t BLOCK = 8;
 /// The most units that one unit of a text becomes: "&amp;".
 constexpr std::size_t LONGEST_REFERENCE = 5;
+/// The most units of a name with its prefix, with room to write half a block beyond it.
+constexpr std::size_t LONGEST_NAME = 32;
 
-Unit* put(Unit* to, Unit const* text, std::size_t length) {
-  std::memcpy(to, text, length * sizeof(Unit));
+template <std::size_t N>
+void put_units(Unit* to, Unit const* from) {
+  std::memcpy(to, from, N * sizeof(Unit));
+}
+
+/// Names and values have a few units, for which a call would take longer than the copy.
+Unit* put(Unit* to, Unit const* from, std::size_t length) {
+  if (length > BLOCK) {
+    std::memcpy(to, from, length * sizeof(Unit));
+  } else if (length >= BLOCK / 2) {
+    put_units<BLOCK / 2>(to, from);
+    put_units<BLOCK / 2>(to + length - BLOCK / 2, from + length - BLOCK / 2);
+  } else {
+    for (std::size_t i = 0; i < length; ++i) to[i] = from[i];
+  }
   return to + length;
 }
 
-Unit* put(Unit* to, std::u16string_view text) {
-  std::memcpy(to, text.data(), text.size() * sizeof(Unit));
-  return to + text.size();
+template <std::size_t N>
+Unit* put(Unit* to, char16_t const (&literal)[N]) {
+  std::memcpy(to, literal, (N - 1) * sizeof(Unit));
+  return to + N - 1;
 }
 
 Unit* put(Unit* to, UString const& text) { return put(to, text.data(), text.length()); }
 
-/// The prefix of each namespace by its number.
-constexpr std::u16string_view PREFIXES[] = {u"", u"N1:", u"N2:"};
+struct Prefix {
+  Unit units[4];
+  std::size_t length;
+};
+
+/// By the number of the namespace.
+constexpr Prefix PREFIXES[] = {{{}, 0}, {{'N', '1', ':'}, 3}, {{'N', '2', ':'}, 3}};
 
 Unit* put_name(Unit* to, XmlTag const& tag) {
-  return put(put(to, PREFIXES[static_cast<std::size_t>(tag.ns_id())]), tag.simple_name());
+  Prefix const& prefix = PREFIXES[static_cast<std::size_t>(tag.ns_id())];
+  put_units<4>(to, prefix.units);
+  return put(to + prefix.length, tag.simple_name());
 }
 
 Unit* put_escaped(Unit* to, Unit const* begin, Unit const* at) {
   switch (*at) {
     case u'&':
-      return put(to, u"&amp;"sv);
+      return put(to, u"&amp;");
     case u'<':
-      return put(to, u"&lt;"sv);
+      return put(to, u"&lt;");
     case u'>':
-      if (at - begin >= 2 && at[-1] == u']' && at[-2] == u']') return put(to, u"&gt;"sv);
+      if (at - begin >= 2 && at[-1] == u']' && at[-2] == u']') return put(to, u"&gt;");
       break;
     default:
       break;
@@ -97,95 +119,108 @@ Unit* put_escaped(Unit* to, Unit const* begin, Unit const* at) {
 }
 
 #ifdef __SSE2__
-/// Copies a block, and returns how many of its units stand before the first that may need escaping.
-std::size_t copy_plain(Unit* to, Unit const* from) {
-  __m128i const block = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-  __m128i const special = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(block, _mm_set1_epi16(u'&')),
-                                                    _mm_cmpeq_epi16(block, _mm_set1_epi16(u'<'))),
-                                       _mm_cmpeq_epi16(block, _mm_set1_epi16(u'>')));
+__m128i equal(__m128i units, char16_t unit) {
+  return _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
+}
+
+/// How many units stand before the first of the block that may need escaping.
+std::size_t plain_units(__m128i block) {
+  __m128i const special =
+      _mm_or_si128(_mm_or_si128(equal(block, u'&'), equal(block, u'<')), equal(block, u'>'));
   auto const bits = static_cast<unsigned int>(_mm_movemask_epi8(special));
   return bits == 0 ? BLOCK : static_cast<std::size_t>(__builtin_ctz(bits)) / 2;
 }
-#else
-std::size_t copy_plain(Unit* to, Unit const* from) {
-  std::size_t i = 0;
-  for (; i < BLOCK && from[i] != u'&' && from[i] != u'<' && from[i] != u'>'; ++i) to[i] = from[i];
-  return i;
-}
 #endif
+
+/// Copies `N` units, and returns how many stand before the first that may need escaping.
+template <std::size_t N>
+std::size_t copy_plain(Unit* to, Unit const* from) {
+#ifdef __SSE2__
+  __m128i block = _mm_setzero_si128();
+  std::memcpy(&block, from, N * sizeof(Unit));
+  std::memcpy(to, &block, N * sizeof(Unit));
+  return std::min(plain_units(block), N);
+#else
+  std::size_t i = 0;
+  for (; i < N && from[i] != u'&' && from[i] != u'<' && from[i] != u'>'; ++i) to[i] = from[i];
+  return i;
+#endif
+}
+
+/// Where it stands in a text and in the output.
+struct Place {
+  Unit const* at;
+  Unit* to;
+};
+
+/// Escapes in steps of `N` units, as long as there are that many.
+template <std::size_t N>
+Place put_steps(Place place, Unit const* begin, Unit const* end) {
+  auto [at, to] = place;
+  while (static_cast<std::size_t>(end - at) >= N) {
+    std::size_t const plain = copy_plain<N>(to, at);
+    at += plain;
+    to += plain;
+    if (plain < N) to = put_escaped(to, begin, at++);
+  }
+  return {at, to};
+}
 
 /// There must be room for each unit's longest reference.
 Unit* put_text(Unit* to, UString const& text) {
   Unit const* const begin = text.data();
   Unit const* const end = begin + text.length();
-  Unit const* at = begin;
-  while (static_cast<std::size_t>(end - at) >= BLOCK) {
-    std::size_t const plain = copy_plain(to, at);
-    at += plain;
-    to += plain;
-    if (plain < BLOCK) to = put_escaped(to, begin, at++);
-  }
-  while (at < end) to = put_escaped(to, begin, at++);
+  Place place = put_steps<BLOCK>({begin, to}, begin, end);
+  place = put_steps<BLOCK / 2>(place, begin, end);
+  return put_steps<1>(place, begin, end).to;
+}
+
+Unit* put_start(Unit* to, XmlTag const& tag) {
+  *to++ = u'<';
+  return put_name(to, tag);
+}
+
+Unit* put_end(Unit* to, XmlTag const& tag) {
+  to = put_name(put(to, u"</"), tag);
+  *to++ = u'>';
   return to;
 }
 
-constexpr std::u16string_view HEAD =
-    u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-    u"<N1:orders xmlns:N1=\"urn:example:orders\" xmlns:N2=\"urn:example:parts\">";
-constexpr std::u16string_view TAIL = u"</N1:orders>";
-
-void append(Units& out, std::u16string_view text) {
-  out.written_to(put(out.room_for(text.size()), text));
-}
-
-std::size_t room_for_name(XmlTag const& tag) { return std::size_t{3} + tag.simple_name().length(); }
-
-void append_start(Units& out, XmlTag const& tag) {
-  Unit* to = out.room_for(room_for_name(tag) + 1);
-  *to++ = u'<';
-  out.written_to(put_name(to, tag));
-}
-
-void append_end(Units& out, XmlTag const& tag) {
-  Unit* to = put(out.room_for(room_for_name(tag) + 3), u"</"sv);
-  to = put_name(to, tag);
-  *to++ = u'>';
-  out.written_to(to);
-}
-
-void append_attribute(Units& out, XmlTag::Id id, UString const& value) {
-  XmlTag const& tag = XmlTag::lookup(id);
-  Unit* to = out.room_for(room_for_name(tag) + value.length() + 4);
+Unit* put_attribute(Unit* to, XmlTag::Id id, UString const& value) {
   *to++ = u' ';
-  to = put(put_name(to, tag), u"=\""sv);
+  to = put(put_name(to, XmlTag::lookup(id)), u"=\"");
   to = put(to, value);
   *to++ = u'"';
-  out.written_to(to);
+  return to;
 }
 
-void append_leaf(Units& out, XmlTag::Id id, UString const& text) {
+Unit* put_leaf(Unit* to, XmlTag::Id id, UString const& text) {
   XmlTag const& tag = XmlTag::lookup(id);
-  Unit* to = out.room_for(2 * room_for_name(tag) + LONGEST_REFERENCE * text.length() + 5);
-  *to++ = u'<';
-  to = put_name(to, tag);
+  to = put_start(to, tag);
   *to++ = u'>';
-  to = put(put_text(to, text), u"</"sv);
-  to = put_name(to, tag);
-  *to++ = u'>';
-  out.written_to(to);
+  return put_end(put_text(to, text), tag);
 }
 
-void append_order(Units& out, Order const& record) {
-  append_start(out, XmlTag::lookup(order));
+Unit* put_order(Unit* to, Order const& record) {
+  XmlTag const& tag = XmlTag::lookup(order);
+  to = put_start(to, tag);
   for (std::size_t i = 0; i < attribute_names.size(); ++i) {
-    append_attribute(out, attribute_names[i], record.attributes[i].utf16);
+    to = put_attribute(to, attribute_names[i], record.attributes[i].utf16);
   }
-  append(out, u">"sv);
+  *to++ = u'>';
   for (std::size_t i = 0; i < field_names.size(); ++i) {
-    append_leaf(out, field_names[i], record.fields[i].utf16);
+    to = put_leaf(to, field_names[i], record.fields[i].utf16);
   }
-  append_end(out, XmlTag::lookup(order));
+  return put_end(to, tag);
+}
+
+/// At most so many units.
+std::size_t length_of(Order const& record) {
+  std::size_t length =
+      (2 + attribute_names.size() + 2 * field_names.size()) * (LONGEST_NAME + BLOCK);
+  for (Text const& attribute : record.attributes) length += attribute.utf16.length();
+  for (Text const& field : record.fields) length += LONGEST_REFERENCE * field.utf16.length();
+  return length;
 }
 
 char* put_character(char* to, char32_t c) {
@@ -216,55 +251,66 @@ char32_t next_character(Unit const*& at) {
   return ((first - 0xd800) << 10U) + (*at++ - 0xdc00U) + 0x10000;
 }
 
-/// Converts a block if it is all ASCII.
+/// Converts a block, and returns how many units stand before the first beyond ASCII; bytes behind
+/// theirs mean nothing.
 #ifdef __SSE2__
-bool pack_ascii(char* to, Unit const* from) {
+std::size_t pack_ascii(char* to, Unit const* from) {
   __m128i const block = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from));
-  __m128i const high = _mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xff80)));
-  if (_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())) != 0xffff) return false;
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(block, block));
-  return true;
+  __m128i const high = _mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xff80)));
+  auto const ascii =
+      static_cast<unsigned int>(_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())));
+  return ascii == 0xffff ? BLOCK : static_cast<std::size_t>(__builtin_ctz(~ascii)) / 2;
 }
 #else
-bool pack_ascii(char* to, Unit const* from) {
-  unsigned int all = 0;
-  for (std::size_t i = 0; i < BLOCK; ++i) {
-    all |= from[i];
-    to[i] = static_cast<char>(from[i]);
-  }
-  return all < 0x80;
+std::size_t pack_ascii(char* to, Unit const* from) {
+  std::size_t i = 0;
+  for (; i < BLOCK && from[i] < 0x80; ++i) to[i] = static_cast<char>(from[i]);
+  return i;
 }
 #endif
 
-/// Makes the string in pieces that stay in the cache, since it could not be made without being
-/// filled with zeros first.
+/// Bytes that are converted at once, so that they stay in the cache: a string could not be made
+/// without being filled with zeros first.
+constexpr std::size_t PIECE_OF_OUTPUT = 4096;
+
+/// Converts from `at` on, which moves behind, as much as goes into a piece. Returns its end.
+char* put_piece(char* to, Unit const*& at, Unit const* end) {
+  char const* const full = to + PIECE_OF_OUTPUT - BLOCK;
+  while (at < end && to <= full) {
+    bool const is_block = static_cast<std::size_t>(end - at) >= BLOCK;
+    std::size_t const ascii = is_block ? pack_ascii(to, at) : 0;
+    at += ascii;
+    to += ascii;
+    if (ascii < BLOCK && to <= full) to = put_character(to, next_character(at));
+  }
+  return to;
+}
+
 std::string to_utf8(Units const& units) {
   std::string utf8;
   utf8.reserve(units.length() + units.length() / 16);
-  char piece[4096];
-  char const* const full = piece + sizeof piece - 4 * BLOCK;
+  char piece[PIECE_OF_OUTPUT];
   Unit const* at = units.begin();
   Unit const* const end = at + units.length();
   while (at < end) {
-    char* to = piece;
-    while (at < end && to <= full) {
-      if (static_cast<std::size_t>(end - at) >= BLOCK && pack_ascii(to, at)) {
-        at += BLOCK;
-        to += BLOCK;
-      } else {
-        to = put_character(to, next_character(at));
-      }
-    }
-    utf8.append(piece, static_cast<std::size_t>(to - piece));
+    char const* const piece_end = put_piece(piece, at, end);
+    utf8.append(piece, static_cast<std::size_t>(piece_end - piece));
   }
   return utf8;
 }
 
 std::string write(Orders const& records) {
   Units out;
-  append(out, HEAD);
-  for (Order const& record : records) append_order(out, record);
-  append(out, TAIL);
+  out.written_to(
+      put(out.room_for(PIECE_OF_OUTPUT),
+          u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+          u"<N1:orders xmlns:N1=\"urn:example:orders\" xmlns:N2=\"urn:example:parts\">"));
+  for (Order const& record : records) {
+    out.written_to(put_order(out.room_for(length_of(record)), record));
+  }
+  XmlTag const& root = XmlTag::lookup(orders);
+  out.written_to(put_end(out.room_for(LONGEST_NAME + BLOCK), root));
   return to_utf8(out);
 }
 
