@@ -131,5 +131,6 @@ def _pairs(columns: list[str]) -> Iterable[tuple[str, str]]:
 
 
 def _memory(memory: Memory) -> Iterator[Outcome]:
-    yield Outcome("memory", "", "", STREAM_GROWTH_KIB, memory.stream_growth_kib, "KiB")
-    yield Outcome("memory", "", "", WRITE_PEAK, memory.write_peak, "outputs")
+    growth, peak = memory.stream_growth_kib, memory.write_peak
+    yield Outcome("read_stream memory", "64KiB", "256MiB", STREAM_GROWTH_KIB, growth, "KiB more")
+    yield Outcome("write memory", "the document", "16MiB", WRITE_PEAK, peak, "times")

@@ -15,7 +15,7 @@ _PEERS = {
     "Expat": "expat",
     "pugixml": "pugixml",
     "TinyXML-2": "tinyxml2",
-    "Qt": "Qt5Core",
+    "Qt": "Qt6Core",
     "Google Benchmark": "benchmark",
 }
 # One of headers only, which no .pc file tells of.
@@ -27,7 +27,7 @@ def describe(context: dict[str, Any], build: Path, sysroot: Path) -> Iterator[tu
     """Names of facts, and the facts."""
     yield "Date", str(context["date"])[:10]
     yield "Processor", f"{_processor()}, {context['num_cpus']} cores"
-    yield "System", f"{_field(Path('/etc/os-release'), 'PRETTY_NAME')}, load {_load(context)} before"
+    yield "System", f"{_system()}, load {_load(context)} before"
     yield "Compiler", _compiler(build)
     yield "Libraries", ", ".join(_versions(sysroot))
 
@@ -38,9 +38,10 @@ def _processor() -> str:
     return " ".join(model[1].split()) if model else "unknown"
 
 
-def _field(path: Path, key: str) -> str:
-    found = re.search(rf'^{key}="?([^"\n]*)', path.read_text(encoding="utf-8"), re.MULTILINE)
-    return found[1] if found else "unknown"
+def _system() -> str:
+    text = Path("/etc/os-release").read_text(encoding="utf-8")
+    name = re.search(r'^PRETTY_NAME="?([^"\n]*)', text, re.MULTILINE)
+    return name[1] if name else "unknown"
 
 
 def _load(context: dict[str, Any]) -> str:

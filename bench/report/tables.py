@@ -55,7 +55,7 @@ def _speed_and_ratio(results: Results, name: Name) -> str:
     ratio = results.ratio(Name(name.job, US, name.column), name)
     if ratio is None or name.contender == US:
         return _speed(results, name)
-    return f"{_speed(results, name)} ({ratio:.2f})"
+    return f"{_speed(results, name)} ({significant(ratio)})"
 
 
 def _speed(results: Results, name: Name) -> str:
@@ -96,8 +96,8 @@ def goals_table(outcomes: list[Outcome]) -> str:
             outcome.job,
             outcome.against,
             outcome.column,
-            f"{outcome.goal:g}{_unit(outcome)}",
-            NOT_MEASURED if outcome.measured is None else f"{outcome.measured:.2f}",
+            _amount(outcome.goal, outcome.unit),
+            _amount(outcome.measured, outcome.unit),
             "met" if outcome.met else "MISSED",
         ]
         for outcome in outcomes
@@ -105,8 +105,10 @@ def goals_table(outcomes: list[Outcome]) -> str:
     return table(["job", "against", "", "at most", "measured", "goal"], rows, left=3)
 
 
-def _unit(outcome: Outcome) -> str:
-    return f" {outcome.unit}" if outcome.unit else ""
+def _amount(number: float | None, unit: str) -> str:
+    if number is None:
+        return NOT_MEASURED
+    return f"{significant(number)} {unit}".rstrip()
 
 
 def significant(number: float) -> str:

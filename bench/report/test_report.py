@@ -71,7 +71,8 @@ class ReadingTest(unittest.TestCase):
         self.assertEqual(str(Name("escape", "tqxml", "20%")), "escape/tqxml/20%")
 
     def test_sorts_this_library_first_and_sizes_by_size(self) -> None:
-        run = of_seconds({"w/qt/1MiB": 1, "w/qt/3KiB": 1, "w/tqxml/300B": 1, "n/x/40": 1, "n/x/5": 1})
+        names = ("w/qt/1MiB", "w/qt/3KiB", "w/tqxml/300B", "n/x/40", "n/x/5")
+        run = of_seconds({name: 1 for name in names})
         self.assertEqual(run.contenders("w"), ["tqxml", "qt"])
         self.assertEqual(run.columns("w"), ["300B", "3KiB", "1MiB"])
         self.assertEqual(run.columns("n"), ["5", "40"])
@@ -153,6 +154,31 @@ class TablesTest(unittest.TestCase):
         run = of_seconds({"w/tqxml/1MiB": 1, "w/tqxml/300B": 1, "w/qt/1MiB": 1})
         (text,) = tables.all_tables(run)
         self.assertIn("| qt          |        | 1.00 (1.00) |", text)
+
+
+class MemoryTest(unittest.TestCase):
+    TABLE = """\
+| memory | document | before, KiB | peak, KiB | growth, KiB | times the document |
+|---|--:|--:|--:|--:|--:|
+| read_stream/tqxml | 64KiB | 9000 | 9100 | 100 | 1.56 |
+| read_stream/tqxml | 256MiB over 64KiB | | | 40 | |
+| read_stream/xerces | 256MiB over 64KiB | | | 8 | |
+| write/tqxml | 14MiB | 9000 | 59000 | 50000 | 3.40 |
+| write/tqxml | 16MiB | 9000 | 69000 | 60000 | 3.50 |
+"""
+
+    def test_finds_what_there_are_goals_for(self) -> None:
+        found = memory.parse(self.TABLE)
+        self.assertEqual((found.stream_growth_kib, found.write_peak), (40, 3.5))
+        self.assertIn("|          40 |", found.markdown)
+        outcomes = evaluate(of_seconds({}), found)
+        self.assertTrue(outcome(outcomes, "write memory", "the document", "16MiB").met)
+
+    def test_misses_what_is_not_there(self) -> None:
+        found = memory.parse("".join(self.TABLE.splitlines(keepends=True)[:3]))
+        self.assertIsNone(found.stream_growth_kib)
+        with self.assertRaises(ValueError):
+            memory.parse("FAILED: run_memory\n")
 
 
 class DocumentTest(unittest.TestCase):
