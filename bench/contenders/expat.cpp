@@ -1,6 +1,8 @@
 #include <expat.h>
 
+#include <cstddef>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string_view>
 

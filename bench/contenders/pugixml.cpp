@@ -1,8 +1,10 @@
 #include <pugixml.hpp>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "bench/contenders/Contenders.h"
 #include "bench/contenders/QualifiedNames.h"

@@ -1,5 +1,6 @@
 #include <tinyxml2.h>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
