@@ -62,18 +62,27 @@ constexpr std::size_t LONGEST_REFERENCE = 5;
 /// The most units of a name with its prefix, with room to write half a block beyond it.
 constexpr std::size_t LONGEST_NAME = 32;
 
+/// Copies `N` units.
 template <std::size_t N>
 void put_units(Unit* to, Unit const* from) {
   std::memcpy(to, from, N * sizeof(Unit));
 }
 
+/// Copies `N` to `2 * N` units, some of them twice.
+template <std::size_t N>
+void put_both_ends(Unit* to, Unit const* from, std::size_t length) {
+  put_units<N>(to, from);
+  put_units<N>(to + length - N, from + length - N);
+}
+
 /// Names and values have a few units, for which a call would take longer than the copy.
 Unit* put(Unit* to, Unit const* from, std::size_t length) {
-  if (length > BLOCK) {
+  if (length > 2 * BLOCK) {
     std::memcpy(to, from, length * sizeof(Unit));
+  } else if (length >= BLOCK) {
+    put_both_ends<BLOCK>(to, from, length);
   } else if (length >= BLOCK / 2) {
-    put_units<BLOCK / 2>(to, from);
-    put_units<BLOCK / 2>(to + length - BLOCK / 2, from + length - BLOCK / 2);
+    put_both_ends<BLOCK / 2>(to, from, length);
   } else {
     for (std::size_t i = 0; i < length; ++i) to[i] = from[i];
   }

@@ -8,8 +8,6 @@
 namespace bench {
 namespace {
 
-using Orn::XmlTag;
-
 void append_escaped(std::string& out, std::string const& text) {
   for (char const c : text) {
     if (c == '&') {
