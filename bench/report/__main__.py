@@ -37,6 +37,7 @@ def _parser() -> argparse.ArgumentParser:
     whole.add_argument("--memory", type=Path, required=True, help="what the program memory printed")
     whole.add_argument("--build", type=Path, required=True, help="the folder of the build")
     whole.add_argument("--sysroot", type=Path, default=Path("/"), help="where its libraries are")
+    whole.add_argument("--command-line", required=True, help="what the reader is to type")
     whole.add_argument("--section", required=True, help="the section of the document to replace")
     whole.add_argument("--document", type=Path, required=True)
     whole.set_defaults(command=write_document)
@@ -62,11 +63,11 @@ def write_document(arguments: argparse.Namespace) -> int:
     outcomes = evaluate(run, used)
     facts = machine.describe(run.context, arguments.build, arguments.sysroot)
     parts = [
-        table(["", ""], list(facts)),
+        table(["Command", f"`{arguments.command_line}`"], list(facts), left=2),
         _goals(outcomes),
         _RATIOS,
         *all_tables(run),
-        f"#### Memory\n\n{used.markdown}",
+        f"### Memory\n\n{used.markdown}",
     ]
     body = "\n\n".join(parts)
     print(body)
@@ -77,7 +78,7 @@ def write_document(arguments: argparse.Namespace) -> int:
 
 def _goals(outcomes: list[Outcome]) -> str:
     met = sum(outcome.met for outcome in outcomes)
-    return f"#### Goals\n\n{met} of {len(outcomes)} are met.\n\n{goals_table(outcomes)}"
+    return f"### Goals\n\n{met} of {len(outcomes)} are met.\n\n{goals_table(outcomes)}"
 
 
 def compare_builds(arguments: argparse.Namespace) -> int:

@@ -2,7 +2,7 @@
 
 from collections.abc import Sequence
 from dataclasses import dataclass
-from statistics import median, quantiles
+from statistics import median
 
 from markdown import table
 from results import Name, Results
@@ -14,8 +14,8 @@ NOISE = 0.05
 
 @dataclass(frozen=True)
 class Change:
-    """The time of this build divided by that of the other: the median of the rounds, and the
-    quartiles."""
+    """The time of this build divided by that of the other: the median of the rounds, and all of
+    them but the least and the greatest."""
 
     name: Name
     seconds: float
@@ -45,9 +45,9 @@ def changes(ours: Sequence[Results], theirs: Sequence[Results]) -> list[Change]:
 def _change(name: Name, ours: Sequence[Results], theirs: Sequence[Results]) -> Change:
     times = [results.measured[name].seconds for results in ours]
     others = [results.measured[name].seconds for results in theirs]
-    ratios = [a / b for a, b in zip(times, others, strict=True)]
-    lower, middle, upper = quantiles(ratios, method="inclusive") if len(ratios) > 1 else ratios * 3
-    return Change(name, median(times), middle, lower, upper)
+    ratios = sorted(a / b for a, b in zip(times, others, strict=True))
+    inner = ratios[1:-1] or ratios
+    return Change(name, median(times), median(ratios), inner[0], inner[-1])
 
 
 def comparison_table(all_changes: Sequence[Change]) -> str:
@@ -61,4 +61,4 @@ def comparison_table(all_changes: Sequence[Change]) -> str:
         ]
         for change in all_changes
     ]
-    return table(["benchmark", "time", "ratio", "quartiles", ""], rows)
+    return table(["benchmark", "time", "ratio", "spread", ""], rows)

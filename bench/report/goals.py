@@ -1,7 +1,7 @@
 """What this library wants to reach, and whether it did."""
 
-from collections.abc import Iterable, Iterator
-from dataclasses import dataclass, field
+from collections.abc import Iterator
+from dataclasses import dataclass
 
 from memory import Memory
 from results import SIZES, US, Name, Results
@@ -67,7 +67,7 @@ class Outcome:
     column: str
     goal: float
     measured: float | None
-    unit: str = field(default="")
+    unit: str = ""
 
     @property
     def met(self) -> bool:
@@ -120,14 +120,10 @@ def _counted(results: Results) -> Iterator[Outcome]:
 
 def _steps(results: Results, job: str, contender: str) -> Iterator[Outcome]:
     columns = results.columns(job)
-    for fewer, more in _pairs(columns):
+    for fewer, more in zip(columns, columns[1:]):
         ratio = results.ratio(Name(job, contender, more), Name(job, contender, fewer))
         limit = int(more) / int(fewer) * COUNTED
         yield Outcome(f"{job}/{contender}", f"the time for {fewer}", more, limit, ratio)
-
-
-def _pairs(columns: list[str]) -> Iterable[tuple[str, str]]:
-    return zip(columns, columns[1:])
 
 
 def _memory(memory: Memory) -> Iterator[Outcome]:

@@ -27,7 +27,7 @@ def describe(context: dict[str, Any], build: Path, sysroot: Path) -> Iterator[tu
     """Names of facts, and the facts."""
     yield "Date", str(context["date"])[:10]
     yield "Processor", f"{_processor()}, {context['num_cpus']} cores"
-    yield "System", f"{_system()}, load {_load(context)} before"
+    yield "System", _system()
     yield "Compiler", _compiler(build)
     yield "Libraries", ", ".join(_versions(sysroot))
 
@@ -42,11 +42,6 @@ def _system() -> str:
     text = Path("/etc/os-release").read_text(encoding="utf-8")
     name = re.search(r'^PRETTY_NAME="?([^"\n]*)', text, re.MULTILINE)
     return name[1] if name else "unknown"
-
-
-def _load(context: dict[str, Any]) -> str:
-    loads = context.get("load_avg") or [0.0]
-    return f"{loads[0]:.1f}"
 
 
 def _compiler(build: Path) -> str:

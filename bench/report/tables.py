@@ -36,7 +36,7 @@ def all_tables(results: Results) -> Iterator[str]:
 
 
 def _titled(title: str, body: str) -> str:
-    return f"#### {title}\n\n{body}"
+    return f"### {title}\n\n{body}"
 
 
 def _job_table(results: Results, job: str) -> str:
