@@ -42,12 +42,22 @@ function(tq_add_library name)
     ${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
                        VERIFY_INTERFACE_HEADER_SETS ON)
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
+  tq_optimise_across_files(${name})
   target_link_options(${name} PRIVATE -Wl,-z,relro,-z,now)
   if(NOT TQXML_SANITIZE)
     # The sanitizers' own functions come from the executable.
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
   endif()
   tq_export_only_own_symbols(${name})
+endfunction()
+
+# Each file is one idea; what is called for every name and text should not cost a call for that.
+function(tq_optimise_across_files name)
+  include(CheckIPOSupported)
+  check_ipo_supported(RESULT supported LANGUAGES CXX)
+  if(supported)
+    set_property(TARGET ${name} PROPERTY INTERPROCEDURAL_OPTIMIZATION_RELEASE ON)
+  endif()
 endfunction()
 
 # Visibility alone leaves the standard library's template instances exported, for their namespace

@@ -3,6 +3,7 @@
 #include <unicode/uobject.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <ostream>
@@ -24,6 +25,23 @@ template <class String>
 String&& not_too_long(String&& text) {
   if (text.size() > UString::max_length) throw std::length_error("UString is too long");
   return std::forward<String>(text);
+}
+
+// How many units two texts of `length` units begin with in common, compared a word at a time.
+std::size_t common_beginning(UString::unit_type const* a, UString::unit_type const* b,
+                             std::size_t length) {
+  using Word = std::uintptr_t;
+  constexpr std::size_t UNITS = sizeof(Word) / sizeof(UString::unit_type);
+  std::size_t same = 0;
+  for (; length - same >= UNITS; same += UNITS) {
+    Word word_a = 0;
+    Word word_b = 0;
+    std::memcpy(&word_a, a + same, sizeof(Word));
+    std::memcpy(&word_b, b + same, sizeof(Word));
+    if (word_a != word_b) break;
+  }
+  while (same < length && a[same] == b[same]) ++same;
+  return same;
 }
 
 unsigned int position(std::size_t found) {
@@ -75,10 +93,8 @@ UString& UString::append(char16_t const* text) { return append(text, length_of(t
 UString& UString::append(char16_t const* text, std::size_t length) {
   if (length == 0) return *this;
   check_room_for(length);
-  std::size_t const old_length = text_.size();
-  text_.resize(old_length + length);
-  // char16_t and our unit are distinct types of one representation.
-  std::memcpy(&text_[old_length], text, length * sizeof(unit_type));
+  // Distinct types of one representation; the string copies it as bytes.
+  text_.append(reinterpret_cast<unit_type const*>(text), length);
   return *this;
 }
 
@@ -128,7 +144,13 @@ UString UString::substr(unsigned int pos, unsigned int n) const {
   return text_.substr(pos, count(n));
 }
 
-int UString::compare(UString const& other) const noexcept { return text_.compare(other.text_); }
+int UString::compare(UString const& other) const noexcept {
+  std::size_t const common = std::min(text_.size(), other.text_.size());
+  std::size_t const same = common_beginning(data(), other.data(), common);
+  if (same < common) return text_[same] < other.text_[same] ? -1 : 1;
+  if (text_.size() == other.text_.size()) return 0;
+  return text_.size() < other.text_.size() ? -1 : 1;
+}
 
 int UString::compare(char16_t const* other) const noexcept {
   if (other == nullptr) return text_.empty() ? 0 : 1;

@@ -2,6 +2,7 @@
 #define TQUTIL_USTRING_H
 
 #include <cstddef>
+#include <cstring>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -38,6 +39,9 @@ class TQUTIL_API UString {
   /// The longest text, in code units. Where addresses have 32 bits memory ends earlier: a text
   /// there has at most 2^29 units.
   static constexpr unsigned int max_length = npos - 1;
+  /// The least capacity, in code units: so many and one more can be copied from the `data()` of any
+  /// text, whatever stands behind its end.
+  static constexpr unsigned int least_capacity = 7;
 
   /// An empty text.
   UString() noexcept = default;
@@ -149,7 +153,8 @@ class TQUTIL_API UString {
 };
 
 inline bool operator==(UString const& a, UString const& b) noexcept {
-  return a.length() == b.length() && a.compare(b) == 0;
+  return a.length() == b.length() &&
+         std::memcmp(a.data(), b.data(), a.length() * sizeof(UString::unit_type)) == 0;
 }
 inline bool operator!=(UString const& a, UString const& b) noexcept { return !(a == b); }
 inline bool operator<(UString const& a, UString const& b) noexcept { return a.compare(b) < 0; }

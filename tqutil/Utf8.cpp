@@ -8,6 +8,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <type_traits>
 
@@ -24,9 +25,10 @@ static_assert(std::is_same_v<UChar, Unit>, "ICU must be used with UCHAR_TYPE=uin
 
 constexpr char32_t REPLACEMENT = 0xFFFD;
 
-// ICU counts in 32 bits, so long texts go through it in pieces.
+// ICU counts in 32 bits, so long texts go through it in pieces; and so that what it writes stays in
+// the cache.
 constexpr std::size_t MAX_PIECE = std::size_t{1} << 20;
-constexpr std::size_t MAX_UTF16_PIECE = 4096;
+constexpr std::size_t MAX_UTF16_PIECE = 1024;
 
 // The most bytes that a UTF-16 unit becomes.
 constexpr std::size_t MAX_EXPANSION = 3;
@@ -80,7 +82,8 @@ std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
 // ASCII, and never between the two halves of a surrogate pair.
 std::size_t non_ascii_piece(Unit const* text, std::size_t length) {
   constexpr std::size_t ASCII_STRETCH = 16;
-  std::size_t const limit = std::min(length, MAX_UTF16_PIECE);
+  // One less than the most, for the second half of a pair.
+  std::size_t const limit = std::min(length, MAX_UTF16_PIECE - 1);
   std::size_t stretch = 0;
   for (std::size_t i = 0; i < limit; ++i) {
     stretch = text[i] <= 0x7F ? stretch + 1 : 0;
@@ -130,23 +133,22 @@ std::int32_t ill_formed_offset(std::string_view utf8) {
 
 }  // namespace
 
+// By way of a buffer, since a string can only be made longer by filling it with zeros first.
 std::string utf16_to_utf8(unsigned short const* text, std::size_t length) {
-  std::string bytes(length, '\0');
-  std::size_t filled = 0;
+  std::array<char, MAX_UTF16_PIECE * MAX_EXPANSION> buffer;
+  std::string bytes;
+  if (length > buffer.size()) bytes.reserve(length + length / 32);
   std::size_t done = 0;
-  // There is always room for a byte for each unit that is left.
   while (done < length) {
-    std::size_t const packed = pack_ascii(text + done, length - done, bytes.data() + filled);
+    std::size_t const packed =
+        pack_ascii(text + done, std::min(length - done, buffer.size()), buffer.data());
+    bytes.append(buffer.data(), packed);
     done += packed;
-    filled += packed;
-    if (done == length) break;
+    if (done == length || packed == buffer.size()) continue;
     std::size_t const piece = non_ascii_piece(text + done, length - done);
-    std::size_t const room = filled + piece * MAX_EXPANSION + (length - done - piece);
-    if (room > bytes.size()) bytes.resize(room);
-    filled += convert_piece(text + done, piece, bytes.data() + filled);
+    bytes.append(buffer.data(), convert_piece(text + done, piece, buffer.data()));
     done += piece;
   }
-  bytes.resize(filled);
   return bytes;
 }
 

@@ -14,6 +14,9 @@ namespace {
 using Unit = UString::unit_type;
 using Entity = std::u16string_view;
 
+// Tells the compiler how little there is to copy.
+constexpr std::size_t LONGEST_ENTITY = 6;
+
 // What a CDATA section adds to a text.
 constexpr std::size_t CDATA_GROWTH = markup::CDATA_BEGIN.size() + markup::CDATA_END.size();
 
@@ -97,7 +100,7 @@ Growth growth_with_entities(UString const& text, Unit const* first_special) {
 }
 
 // The two destinations differ only in how room is made.
-void make_room(MarkupBuffer& dest, std::size_t units) { dest.room_for(units); }
+void make_room(MarkupBuffer& dest, std::size_t units) { dest.make_room(units); }
 void make_room(UString& dest, std::size_t units) {
   std::size_t const length = dest.length() + std::min<std::size_t>(units, UString::max_length);
   dest.reserve(static_cast<unsigned int>(std::min<std::size_t>(length, UString::npos)));
@@ -117,7 +120,7 @@ void append_with_entities(Dest& dest, UString const& text, Unit const* first_spe
     Entity const entity = Rules::entity(begin, place);
     if (entity.empty()) continue;
     append_up_to(place);
-    dest.append(entity.data(), entity.size());
+    dest.append(entity.data(), std::min(entity.size(), LONGEST_ENTITY));
     copied = place + 1;
   }
   append_up_to(end);
@@ -132,12 +135,7 @@ void append_as_cdata(Dest& dest, UString const& text) {
 }
 
 template <class Dest>
-void append_content(Dest& dest, UString const& text) {
-  Unit const* const first_special = Content::Search::find(begin_of(text), end_of(text));
-  if (first_special == end_of(text)) {
-    dest.append(text);
-    return;
-  }
+void append_special(Dest& dest, UString const& text, Unit const* first_special) {
   Growth const growth = growth_with_entities(text, first_special);
   if (growth.may_wrap && growth.units >= CDATA_GROWTH) {
     append_as_cdata(dest, text);
@@ -149,11 +147,22 @@ void append_content(Dest& dest, UString const& text) {
 
 }  // namespace
 
-void append_escaped(MarkupBuffer& dest, UString const& text) { append_content(dest, text); }
+// Most texts hold nothing special, and are copied while they are searched.
+void append_escaped(MarkupBuffer& dest, UString const& text) {
+  MarkupBuffer::Pen pen = dest.pen_for(text.length());
+  Unit const* const first_special = pen.put_until<Content::Search>(begin_of(text), end_of(text));
+  if (first_special == end_of(text)) {
+    dest.end_at(pen);
+  } else {
+    append_special(dest, text, first_special);
+  }
+}
 
 UString XmlDoc::escape(UString const& text) {
+  Unit const* const first_special = Content::Search::find(begin_of(text), end_of(text));
+  if (first_special == end_of(text)) return text;
   UString escaped;
-  append_content(escaped, text);
+  append_special(escaped, text, first_special);
   return escaped;
 }
 

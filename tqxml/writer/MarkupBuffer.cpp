@@ -11,7 +11,7 @@ namespace {
 
 // The longest text: what a UString can hold, and what addresses leave room for.
 constexpr std::size_t MAX_LENGTH =
-    std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(MarkupBuffer::Unit));
+    std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(MarkupBuffer::Unit) - 64);
 
 }  // namespace
 
@@ -27,15 +27,6 @@ MarkupBuffer& MarkupBuffer::operator=(MarkupBuffer const& other) {
 
 MarkupBuffer::~MarkupBuffer() { std::free(begin_); }
 
-void MarkupBuffer::insert(std::size_t pos, MarkupBuffer const& text) {
-  std::size_t const behind = length() - pos;
-  Unit* const end = room_for(text.length()) + text.length();
-  Unit* const place = begin_ + pos;
-  std::memmove(place + text.length(), place, behind * sizeof(Unit));
-  put(place, text.begin_, text.length());
-  end_at(end);
-}
-
 UString MarkupBuffer::text(std::size_t pos) const {
   return pos == length() ? UString() : UString(UString::string_type(begin_ + pos, end_));
 }
@@ -49,7 +40,7 @@ void MarkupBuffer::grow(std::size_t units) {
   if (units > MAX_LENGTH - used) throw std::length_error("XmlDoc is too long");
   auto const room = static_cast<std::size_t>(limit_ - begin_);
   std::size_t const wanted = std::max(used + units, std::min(room, MAX_LENGTH / 2) * 2);
-  void* const block = std::realloc(begin_, wanted * sizeof(Unit));
+  void* const block = std::realloc(begin_, (wanted + Pen::BLOCK) * sizeof(Unit));
   if (block == nullptr) throw std::bad_alloc();
   begin_ = static_cast<Unit*>(block);
   end_ = begin_ + used;

@@ -1,6 +1,7 @@
 #ifndef TQXML_WRITER_MARKUPBUFFER_H
 #define TQXML_WRITER_MARKUPBUFFER_H
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -25,27 +26,103 @@ class TQXML_API MarkupBuffer {
 
   std::size_t length() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
 
-  /// How many units fit before the block must grow.
+  /// How many units fit before the block of memory must grow.
   std::size_t spare_room() const noexcept { return static_cast<std::size_t>(limit_ - end_); }
 
-  /// Where the next `units` units go. They belong to the text once `end_at` says so. Raises
-  /// std::length_error for a text that no UString can hold, std::bad_alloc when memory runs out.
-  Unit* room_for(std::size_t units) {
-    if (units > spare_room()) grow(units);
-    return end_;
-  }
-  void end_at(Unit* end) noexcept { end_ = end; }
+  /// Writes into room that has been made before, without looking after it.
+  class Pen {
+   public:
+    Pen& put(Unit unit) noexcept {
+      *to_++ = unit;
+      return *this;
+    }
+    /// For the fixed pieces of markup.
+    Pen& put(std::u16string_view text) noexcept {
+      std::memcpy(to_, text.data(), text.size() * sizeof(Unit));
+      to_ += text.size();
+      return *this;
+    }
+    /// Most texts are names, for which a call would take longer than the copy.
+    Pen& put(UString const& text) noexcept {
+      put_block(text.data());
+      if (text.length() > BLOCK) put_more(text.data(), text.length());
+      to_ += text.length();
+      return *this;
+    }
+    /// Puts a text up to the first unit that `Search`, a UnitSearch, looks for, and gives its
+    /// place.
+    template <class Search>
+    Unit const* put_until(Unit const* from, Unit const* end) noexcept {
+      Unit const* const place = Search::copy_until(from, end, to_);
+      to_ += place - from;
+      return place;
+    }
 
-  void append(Unit const* text, std::size_t units) { end_at(put(room_for(units), text, units)); }
-  void append(UString const& text) { append(text.data(), text.length()); }
+   private:
+    friend class MarkupBuffer;
+    /// What can be copied from any UString, and to the end of any room.
+    static constexpr std::size_t BLOCK = UString::least_capacity + 1;
+    /// From here on a call pays.
+    static constexpr std::size_t LONG = 128;
+
+    explicit Pen(Unit* to) noexcept : to_(to) {}
+
+    void put_block(Unit const* text) noexcept { std::memcpy(to_, text, BLOCK * sizeof(Unit)); }
+    /// What stands behind the first block. The last block may overlap the one before.
+    void put_more(Unit const* text, std::size_t units) noexcept {
+      std::size_t done = BLOCK;
+      if (units < LONG) {
+        for (; units - done > BLOCK; done += BLOCK) copy_block(done, text);
+        copy_block(units - BLOCK, text);
+      } else {
+        std::memcpy(to_ + done, text + done, (units - done) * sizeof(Unit));
+      }
+    }
+    void copy_block(std::size_t at, Unit const* text) noexcept {
+      std::memcpy(to_ + at, text + at, BLOCK * sizeof(Unit));
+    }
+
+    Unit* to_;
+  };
+
+  /// A pen at the end of the text, with room for `units` units. What it writes belongs to the text
+  /// once it is given to `end_at`. Raises std::length_error for a text that no UString can hold,
+  /// std::bad_alloc when memory runs out.
+  Pen pen_for(std::size_t units) {
+    make_room(units);
+    return Pen(end_);
+  }
+  void end_at(Pen const& pen) noexcept { end_ = pen.to_; }
+
+  void make_room(std::size_t units) {
+    if (units > spare_room()) grow(units);
+  }
+
+  void append(UString const& text) { end_at(pen_for(text.length()).put(text)); }
+  void append(std::u16string_view text) { end_at(pen_for(text.size()).put(text)); }
+  template <class AnyUnit>
+  void append(AnyUnit const* text, std::size_t units) {
+    static_assert(sizeof(AnyUnit) == sizeof(Unit));
+    make_room(units);
+    if (units != 0) std::memcpy(end_, text, units * sizeof(Unit));
+    end_ += units;
+  }
   void append(UString const& text, unsigned int pos, unsigned int units) {
     append(text.data() + pos, units);
   }
-  void append(char16_t const* text, std::size_t units) {
-    end_at(put(room_for(units), text, units));
+  /// Inserts in front of `pos` the `units` units that `fill` writes with the pen it is given.
+  template <class Fill>
+  void insert(std::size_t pos, std::size_t units, Fill fill) {
+    make_room(units);
+    Unit* const place = begin_ + pos;
+    std::memmove(place + units, place, static_cast<std::size_t>(end_ - place) * sizeof(Unit));
+    end_ += units;
+    // What the pen puts beyond the end must not stay there.
+    std::array<Unit, Pen::BLOCK> behind;
+    std::memcpy(behind.data(), place + units, sizeof behind);
+    fill(Pen(place));
+    std::memcpy(place + units, behind.data(), sizeof behind);
   }
-  void append(std::u16string_view text) { append(text.data(), text.size()); }
-  void insert(std::size_t pos, MarkupBuffer const& text);
   /// Takes away what stands from `pos` on, and keeps the room.
   void cut(std::size_t pos) noexcept { end_ = begin_ + pos; }
 
@@ -53,19 +130,12 @@ class TQXML_API MarkupBuffer {
   UString text(std::size_t pos = 0) const;
   std::string to_utf8() const;
 
-  /// Copies units to where there is room for them, and gives the place behind them.
-  template <class AnyUnit>
-  static Unit* put(Unit* to, AnyUnit const* text, std::size_t units) noexcept {
-    static_assert(sizeof(AnyUnit) == sizeof(Unit));
-    if (units != 0) std::memcpy(to, text, units * sizeof(Unit));
-    return to + units;
-  }
-
  private:
   void grow(std::size_t units);
 
   Unit* begin_ = nullptr;
   Unit* end_ = nullptr;
+  /// Behind it is room for what a pen puts beyond the end of a text.
   Unit* limit_ = nullptr;
 };
 

@@ -8,6 +8,7 @@ void NamespaceTable::add(UString const& uri, UString const& prefix) {
 }
 
 UString const* NamespaceTable::find(UString const& uri) const {
+  if (declarations_.empty()) return nullptr;
   // The empty prefix sorts before all others.
   auto const first = declarations_.lower_bound(Declaration{&uri, UString()});
   return first != declarations_.end() && *first->uri == uri ? &first->prefix : nullptr;

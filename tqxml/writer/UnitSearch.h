@@ -7,6 +7,7 @@
 #endif
 
 #include <cstddef>
+#include <cstring>
 
 #include "tqutil/UString.h"
 
@@ -24,6 +25,16 @@ class UnitSearch {
     if (end - from >= BLOCK && has_sse2()) return find_in_blocks(from, end);
 #endif
     return find_singly(from, end);
+  }
+
+  /// The same, and copies what stands in front of that place to `to`, where there must be room for
+  /// all of the text: what is behind it is of no account.
+  static Unit const* copy_until(Unit const* from, Unit const* end, Unit* to) noexcept {
+#ifdef TQXML_SEARCH_WITH_SSE2
+    if (end - from >= BLOCK && has_sse2()) return copy_blocks(from, end, to);
+#endif
+    while (from != end && !((*from == WANTED) || ...)) *to++ = *from++;
+    return from;
   }
 
   static Unit const* find_singly(Unit const* from, Unit const* end) noexcept {
@@ -55,6 +66,22 @@ class UnitSearch {
     return mask == 0 ? end : end - BLOCK + first(mask);
   }
 
+  /// For a text of at least one block.
+  [[gnu::target("sse2")]] static Unit const* copy_blocks(Unit const* from, Unit const* end,
+                                                         Unit* to) noexcept {
+    for (; end - from > BLOCK; from += BLOCK, to += BLOCK) {
+      if (int const mask = copy_block(from, to); mask != 0) return from + first(mask);
+    }
+    // The last block may overlap the one before.
+    int const mask = copy_block(end - BLOCK, to - (BLOCK - (end - from)));
+    return mask == 0 ? end : end - BLOCK + first(mask);
+  }
+
+  [[gnu::target("sse2")]] static int copy_block(Unit const* from, Unit* to) noexcept {
+    std::memcpy(to, from, BLOCK * sizeof(Unit));
+    return _mm_movemask_epi8(matches(from));
+  }
+
   [[gnu::target("sse2")]] static bool is_in_several(Unit const* block) noexcept {
     __m128i found = matches(block);
     for (int i = 1; i < BLOCKS; ++i) found = _mm_or_si128(found, matches(block + i * BLOCK));
@@ -70,7 +97,9 @@ class UnitSearch {
   }
 
   /// The unit of the first match: a mask has two bits for each.
-  static std::ptrdiff_t first(int mask) noexcept { return __builtin_ctz(mask) / 2; }
+  static std::ptrdiff_t first(int mask) noexcept {
+    return __builtin_ctz(static_cast<unsigned int>(mask)) / 2;
+  }
 #endif
 };
 

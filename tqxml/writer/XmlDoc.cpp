@@ -18,6 +18,9 @@ namespace {
 constexpr std::size_t ROOM = 2048;
 constexpr std::size_t LEAST_SPARE_ROOM = 100;
 
+// As deep as most documents are.
+constexpr std::size_t DEPTH = 16;
+
 }  // namespace
 
 XmlDoc::XmlDoc() = default;
@@ -44,7 +47,8 @@ void XmlDoc::start_doc(XmlTag::Id root) {
 
 void XmlDoc::write_declaration() {
   static UString const encoding(markup::DEFAULT_ENCODING.data(), markup::DEFAULT_ENCODING.size());
-  out.room_for(ROOM);
+  out.make_room(ROOM);
+  tags.reserve(DEPTH);
   next_state();
   add_xml_decl(encoding);
 }
@@ -80,9 +84,18 @@ XmlDoc::QualifiedName XmlDoc::begin_inner(XmlTag::Id tag, bool default_ns) {
   return name;
 }
 
-void XmlDoc::begin_start_tag(QualifiedName const& name) {
-  open_start_tag();
-  add_tag(name);
+// A tag and the prefix to write for it, empty for a name without one.
+inline XmlDoc::QualifiedName XmlDoc::qualify(XmlTag::Id tag, bool default_ns) {
+  XmlTag const& entry = XmlTag::lookup(tag);
+  UString const* const prefix = ns_decls.prefix_of(entry);
+  return {entry, prefix != nullptr ? *prefix : new_ns_prefix(entry, default_ns)};
+}
+
+void XmlDoc::begin_start_tag(QualifiedName name) {
+  MarkupBuffer::Pen pen = open_start_tag(name.length());
+  name.put(pen);
+  out.end_at(pen);
+  add_own_declaration(name);
   tags.push_back(name.tag.id());
 }
 
@@ -92,14 +105,20 @@ void XmlDoc::check_start_tag_allowed() const {
   }
 }
 
-void XmlDoc::open_start_tag() {
+// Writes up to the "<", and gives a pen for that many units more.
+MarkupBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
   check_start_tag_allowed();
-  close_start_tag();
-  if (out.spare_room() < LEAST_SPARE_ROOM) out.room_for(out.spare_room() + ROOM);
-  add_indent();
-  out.append(markup::START_TAG_BEGIN);
+  if (out.spare_room() < LEAST_SPARE_ROOM) out.make_room(out.spare_room() + ROOM);
+  if (indented) {
+    close_start_tag();
+    add_indent();
+  }
+  MarkupBuffer::Pen pen = out.pen_for(units + 2);
+  if (start_tag_open) pen.put(markup::START_TAG_END);
+  pen.put(markup::START_TAG_BEGIN);
   start_tag_open = true;
   after_start_tag = true;
+  return pen;
 }
 
 void XmlDoc::close_start_tag() {
@@ -125,18 +144,22 @@ void XmlDoc::do_pop_elem(XmlTag::Id tag) {
   if (tags.empty() || (tag != XmlTag::NO_TAG && tag != tags.back())) {
     raise<StateException>(Catalogue::POPPED_ELEMENT_MISMATCH);
   }
-  XmlTag const& popped = XmlTag::lookup(tags.back());
-  write_end_tag({popped, ns_prefix(popped, true)});
+  write_end_tag(qualify(tags.back(), true));
 }
 
-void XmlDoc::write_end_tag(QualifiedName const& name) {
+void XmlDoc::write_end_tag(QualifiedName name) {
   tags.pop_back();
-  close_start_tag();
-  if (!after_start_tag) add_indent();
-  out.append(markup::END_TAG_BEGIN);
+  if (indented && !after_start_tag) {
+    close_start_tag();
+    add_indent();
+  }
+  MarkupBuffer::Pen pen = out.pen_for(name.length() + 4);
+  if (start_tag_open) pen.put(markup::START_TAG_END);
+  pen.put(markup::END_TAG_BEGIN);
+  name.put(pen);
+  out.end_at(pen.put(markup::END_TAG_END));
+  start_tag_open = false;
   after_start_tag = false;
-  add_qualified(name);
-  out.append(markup::END_TAG_END);
   if (!tags.empty()) return;
   next_state();
   if (indented) out.append(markup::LINE_FEED);
@@ -164,11 +187,13 @@ void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
 void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
   if (!start_tag_open) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_ATTRIBUTE);
   QualifiedName const qualified = qualify(name, false);
-  out.append(markup::BLANK);
-  add_tag(qualified);
-  out.append(markup::VALUE_BEGIN);
-  out.append(value);
-  out.append(markup::VALUE_END);
+  MarkupBuffer::Pen pen = out.pen_for(qualified.length() + 1);
+  pen.put(markup::BLANK);
+  qualified.put(pen);
+  out.end_at(pen);
+  add_own_declaration(qualified);
+  pen = out.pen_for(std::size_t{value.length()} + 3);
+  out.end_at(pen.put(markup::VALUE_BEGIN).put(value).put(markup::VALUE_END));
 }
 
 void XmlDoc::add_attr(XmlTag::Id name, long value) { add_attr(name, decimal(value)); }

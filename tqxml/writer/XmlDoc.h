@@ -186,6 +186,15 @@ class TQXML_API XmlDoc {
   struct QualifiedName {
     XmlTag const& tag;
     UString const& prefix;
+
+    /// How many units it may take.
+    std::size_t length() const noexcept {
+      return std::size_t{prefix.length()} + 1 + tag.simple_name().length();
+    }
+    void put(MarkupBuffer::Pen& pen) const noexcept {
+      if (!prefix.empty()) pen.put(prefix).put(MarkupBuffer::Unit{u':'});
+      pen.put(tag.simple_name());
+    }
   };
 
   void next_state();
@@ -197,24 +206,22 @@ class TQXML_API XmlDoc {
   QualifiedName open_root(XmlTag::Id root);
   QualifiedName begin_leaf(XmlTag::Id tag, bool default_ns);
   QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
-  void begin_start_tag(QualifiedName const& name);
+  void begin_start_tag(QualifiedName name);
   bool begin_tree(Elem const& e, bool default_ns);
-  void open_start_tag();
+  MarkupBuffer::Pen open_start_tag(std::size_t units);
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
-  void write_end_tag(QualifiedName const& name);
+  void write_end_tag(QualifiedName name);
   void add_indent();
   void add_bracketed(std::u16string_view opening, UString const& text, std::u16string_view closing);
   void begin_bracketed(std::u16string_view opening);
   void end_bracketed(std::u16string_view closing);
 
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
-  UString const& ns_prefix(XmlTag const& tag, bool default_ns);
-  void add_tag(QualifiedName const& name);
-  void add_qualified(QualifiedName const& name);
+  UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
+  void add_own_declaration(QualifiedName name);
   UString next_prefix();
   void insert_ns_decls();
-  static void add_ns_attr(MarkupBuffer& dest, UString const& uri, UString const& prefix);
 
   /// Markup produced and not yet handed out by inc_str().
   MarkupBuffer out;

@@ -46,8 +46,7 @@ void XmlDoc::add_xml_decl(UString const& encoding) {
 // All of these count as a start tag, for the state of the document and for indentation.
 void XmlDoc::begin_bracketed(std::u16string_view opening) {
   if (state == DOC_INITIAL) next_state();
-  open_start_tag();
-  out.append(opening);
+  out.end_at(open_start_tag(opening.size()).put(opening));
 }
 
 void XmlDoc::end_bracketed(std::u16string_view closing) {

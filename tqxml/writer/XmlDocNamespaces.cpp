@@ -7,6 +7,24 @@
 // behind the root's name, late, when all of them are known.
 
 namespace Orn {
+namespace {
+
+UString const no_prefix;
+
+std::size_t ns_attr_length(UString const& uri, UString const& prefix) {
+  std::size_t const name =
+      prefix.empty() ? 0 : markup::NAMESPACE_SEPARATOR.size() + std::size_t{prefix.length()};
+  return markup::XMLNS.size() + name + markup::VALUE_BEGIN.size() + uri.length() +
+         markup::VALUE_END.size();
+}
+
+void put_ns_attr(MarkupBuffer::Pen& pen, UString const& uri, UString const& prefix) {
+  pen.put(markup::XMLNS);
+  if (!prefix.empty()) pen.put(markup::NAMESPACE_SEPARATOR).put(prefix);
+  pen.put(markup::VALUE_BEGIN).put(uri).put(markup::VALUE_END);
+}
+
+}  // namespace
 
 void XmlDoc::add_ns(XmlTag::NsId ns, UString const& prefix) {
   // The prefix is recorded first, and stays recorded.
@@ -22,61 +40,35 @@ void XmlDoc::add_ns(XmlTag::NsId ns) {
 
 UString XmlDoc::next_prefix() {
   ++ns_counter;
-  UString prefix(u"N");
-  return prefix.append(decimal(ns_counter));
+  return decimal(ns_counter, u"N");
 }
 
-// The prefix to write for a tag; empty for a name without one. A namespace that has none gets one
-// made up, unless its elements may declare it themselves.
-UString const& XmlDoc::ns_prefix(XmlTag const& tag, bool default_ns) {
-  static UString const NO_PREFIX;
-  UString const* prefix = ns_decls.prefix_of(tag);
-  if (prefix == nullptr && !default_ns) {
-    add_ns(tag.ns_id(), next_prefix());
-    prefix = ns_decls.prefix_of(tag);
-  }
-  return prefix == nullptr ? NO_PREFIX : *prefix;
+// The prefix for a tag whose namespace has none: made up, or, where elements may declare the
+// namespace themselves, empty.
+UString const& XmlDoc::new_ns_prefix(XmlTag const& tag, bool default_ns) {
+  if (default_ns) return no_prefix;
+  add_ns(tag.ns_id(), next_prefix());
+  return *ns_decls.prefix_of(tag);
 }
 
-XmlDoc::QualifiedName XmlDoc::qualify(XmlTag::Id tag, bool default_ns) {
-  XmlTag const& entry = XmlTag::lookup(tag);
-  return {entry, ns_prefix(entry, default_ns)};
-}
-
-void XmlDoc::add_qualified(QualifiedName const& name) {
-  UString const& simple_name = name.tag.simple_name();
-  auto* to = out.room_for(std::size_t{name.prefix.length()} + 1 + simple_name.length());
-  if (!name.prefix.empty()) {
-    to = MarkupBuffer::put(to, name.prefix.data(), name.prefix.length());
-    *to++ = markup::NAMESPACE_SEPARATOR.front();
-  }
-  out.end_at(MarkupBuffer::put(to, simple_name.data(), simple_name.length()));
-}
-
-void XmlDoc::add_tag(QualifiedName const& name) {
-  add_qualified(name);
-  if (name.prefix.empty()) add_ns_attr(out, name.tag.ns(), name.prefix);
+// A name that stands without a prefix declares its namespace there and then.
+void XmlDoc::add_own_declaration(QualifiedName name) {
+  if (!name.prefix.empty()) return;
+  MarkupBuffer::Pen pen = out.pen_for(ns_attr_length(name.tag.ns(), name.prefix));
+  put_ns_attr(pen, name.tag.ns(), name.prefix);
+  out.end_at(pen);
 }
 
 void XmlDoc::insert_ns_decls() {
   // A fragment rendered before there was a root may have left the place of a root of its own.
   bool const has_root = state >= DOC_ROOT_OPEN && root_tag != XmlTag::NO_TAG;
   if (!has_root || ns_insert_pos == 0) return;
-  MarkupBuffer declarations;
-  for (auto const& [uri, prefix] : ns_decls.declarations()) add_ns_attr(declarations, *uri, prefix);
-  out.insert(ns_insert_pos, declarations);
+  std::size_t length = 0;
+  for (auto const& [uri, prefix] : ns_decls.declarations()) length += ns_attr_length(*uri, prefix);
+  out.insert(ns_insert_pos, length, [this](MarkupBuffer::Pen pen) {
+    for (auto const& [uri, prefix] : ns_decls.declarations()) put_ns_attr(pen, *uri, prefix);
+  });
   ns_insert_pos = 0;
-}
-
-void XmlDoc::add_ns_attr(MarkupBuffer& dest, UString const& uri, UString const& prefix) {
-  dest.append(markup::XMLNS);
-  if (!prefix.empty()) {
-    dest.append(markup::NAMESPACE_SEPARATOR);
-    dest.append(prefix);
-  }
-  dest.append(markup::VALUE_BEGIN);
-  dest.append(uri);
-  dest.append(markup::VALUE_END);
 }
 
 }  // namespace Orn
