@@ -25,9 +25,12 @@ std::string describe(char const* vocabulary, VocabularyEntry const& entry) {
 
 }  // namespace
 
-Registry& Registry::instance() {
+std::atomic<Registry*> Registry::instance_{nullptr};
+
+Registry& Registry::make() {
   // Never destroyed: other libraries may still look tags up while the process ends.
   static Registry& registry = *new Registry;
+  instance_.store(&registry, std::memory_order_release);
   return registry;
 }
 
@@ -93,17 +96,9 @@ void Registry::index_by_number(Tag const& entry) {
   by_small_number_[slot] = &entry;
 }
 
-Registry::Tag const* Registry::find_entry(XmlTag::Id id) const noexcept {
-  auto const slot = static_cast<std::size_t>(static_cast<std::uint32_t>(id));
-  if (slot < by_small_number_.size()) return by_small_number_[slot];
-  if (by_other_number_.empty()) return nullptr;
+Registry::Tag const* Registry::find_other(XmlTag::Id id) const noexcept {
   auto const place = by_other_number_.find(id);
   return place == by_other_number_.end() ? nullptr : place->second;
-}
-
-XmlTag const* Registry::find(XmlTag::Id id) const noexcept {
-  Tag const* const entry = find_entry(id);
-  return entry == nullptr ? nullptr : &entry->tag;
 }
 
 UString const* Registry::find_uri(XmlTag::NsId ns) const noexcept {

@@ -1,6 +1,7 @@
 #ifndef TQUTIL_REGISTRY_H
 #define TQUTIL_REGISTRY_H
 
+#include <atomic>
 #include <cstddef>
 #include <deque>
 #include <string>
@@ -17,7 +18,10 @@ namespace Orn {
 /// while the program is loaded and only read from then on.
 class Registry {
  public:
-  static Registry& instance();
+  static Registry& instance() {
+    Registry* const made = instance_.load(std::memory_order_acquire);
+    return made != nullptr ? *made : make();
+  }
 
   /// Enters the namespaces of a vocabulary, then its tags. Stops the program when it contradicts
   /// itself or what has been entered before.
@@ -25,7 +29,10 @@ class Registry {
 
   /// Null when there is no such entry. The last gives the catch-all tag, if there is one, for a
   /// name that is not there.
-  XmlTag const* find(XmlTag::Id id) const noexcept;
+  XmlTag const* find(XmlTag::Id id) const noexcept {
+    Tag const* const entry = find_entry(id);
+    return entry == nullptr ? nullptr : &entry->tag;
+  }
   UString const* find_uri(XmlTag::NsId ns) const noexcept;
   XmlTag const* find(std::string_view ns_uri, std::string_view simple_name) const noexcept;
 
@@ -58,10 +65,17 @@ class Registry {
   };
 
   Registry();
+  static Registry& make();
   void add_namespace(std::string const& origin, VocabularyEntry const& entry);
   void add_tag(std::string const& origin, VocabularyEntry const& entry);
   void index_by_number(Tag const& entry);
-  Tag const* find_entry(XmlTag::Id id) const noexcept;
+  Tag const* find_entry(XmlTag::Id id) const noexcept {
+    auto const slot = static_cast<std::size_t>(static_cast<std::uint32_t>(id));
+    return slot < by_small_number_.size() ? by_small_number_[slot] : find_other(id);
+  }
+  Tag const* find_other(XmlTag::Id id) const noexcept;
+
+  static std::atomic<Registry*> instance_;
 
   std::unordered_map<std::int32_t, Namespace> namespaces_;
   /// Never moved, since callers hold references to entries.

@@ -18,7 +18,11 @@ class XmlDocTestAccess {
 
   static UString out(XmlDoc const& doc) { return doc.out.text(); }
   static std::size_t spare_room(XmlDoc const& doc) { return doc.out.spare_room(); }
-  static std::vector<XmlTag::Id> const& tags(XmlDoc const& doc) { return doc.tags; }
+  static std::vector<XmlTag::Id> tags(XmlDoc const& doc) {
+    std::vector<XmlTag::Id> tags;
+    for (std::size_t i = 0; i < doc.tags.size(); ++i) tags.push_back(doc.tags[i]);
+    return tags;
+  }
   static bool start_tag_open(XmlDoc const& doc) { return doc.start_tag_open; }
   static bool after_start_tag(XmlDoc const& doc) { return doc.after_start_tag; }
   static std::uint32_t ns_counter(XmlDoc const& doc) { return doc.ns_counter; }
@@ -26,7 +30,7 @@ class XmlDocTestAccess {
   static XmlTag::Id root_tag(XmlDoc const& doc) { return doc.root_tag; }
   static std::map<UString, std::set<UString>> ns_decls(XmlDoc const& doc) {
     std::map<UString, std::set<UString>> table;
-    for (auto const& [uri, prefix] : doc.ns_decls.declarations()) table[*uri].insert(prefix);
+    doc.ns_decls.visit([&](auto const& decl) { table[*decl.uri].insert(decl.prefix); });
     return table;
   }
 };

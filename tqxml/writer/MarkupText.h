@@ -17,7 +17,7 @@ inline constexpr Piece END_TAG_END = u">";
 inline constexpr Piece CDATA_BEGIN = u"<![CDATA[";
 inline constexpr Piece CDATA_END = u"]]>";
 inline constexpr Piece NAMESPACE_SEPARATOR = u":";
-inline constexpr Piece DEFAULT_ENCODING = u"UTF-8";
+inline constexpr Piece DEFAULT_DECLARATION = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
 inline constexpr Piece LINE_FEED = u"\n";
 inline constexpr Piece INDENT = u"  ";

@@ -18,31 +18,34 @@ class TQXML_API NamespaceTable {
  public:
   /// The URI is that of the registry.
   struct Declaration {
-    UString const* uri;
+    UString const* uri = nullptr;
     UString prefix;
 
-    bool operator<(Declaration const& other) const noexcept {
-      int const uris = uri->compare(*other.uri);
-      return uris < 0 || (uris == 0 && prefix < other.prefix);
-    }
+    bool operator<(Declaration const& other) const noexcept;
   };
 
   bool contains(UString const& uri) const { return find(uri) != nullptr; }
   /// The first prefix of the tag's namespace in code-unit order; null when it has none.
   UString const* prefix_of(XmlTag const& tag) const {
     Answer& answer = answers_.for_namespace(tag.ns_id());
-    if (!answer.known || answer.ns != tag.ns_id()) answer = {true, tag.ns_id(), find(tag.ns())};
+    if (answer.prefix == nullptr || answer.ns != tag.ns_id()) {
+      answer = {tag.ns_id(), find(tag.ns())};
+    }
     return answer.prefix;
   }
   /// Enters a prefix for a URI of the registry, unless it is there.
-  void add(UString const& uri, UString const& prefix);
+  void add(UString const& uri, UString prefix);
 
-  /// By URI and then by prefix, in code-unit order.
-  std::set<Declaration> const& declarations() const noexcept { return declarations_; }
+  /// Visits all declarations by URI and then by prefix, in code-unit order.
+  template <class Visit>
+  void visit(Visit visit) const {
+    for (std::size_t i = 0; i < few_count_; ++i) visit(few_[i]);
+    for (Declaration const& declaration : many_) visit(declaration);
+  }
 
  private:
+  /// Null for a prefix that has not been asked for, or that there is not.
   struct Answer {
-    bool known = false;
     XmlTag::NsId ns = XmlTag::NO_NS;
     UString const* prefix = nullptr;
   };
@@ -69,8 +72,13 @@ class TQXML_API NamespaceTable {
   };
 
   UString const* find(UString const& uri) const;
+  bool add_to_few(Declaration& added);
 
-  std::set<Declaration> declarations_;
+  /// In order. Most documents have no more than these, which take no memory of their own; where
+  /// there are more, all are in `many_`.
+  std::array<Declaration, 4> few_;
+  std::size_t few_count_ = 0;
+  std::set<Declaration> many_;
   mutable Answers answers_;
 };
 

@@ -6,22 +6,12 @@
 #include "tqxml/writer/Decimal.h"
 #include "tqxml/writer/Escape.h"
 #include "tqxml/writer/MarkupText.h"
+#include "tqxml/writer/XmlDocStartTag.h"
 
 // The core of the writer: the life cycle of a document, elements, attributes, text and output. What
 // else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp.
 
 namespace Orn {
-namespace {
-
-// Code units: room made when a document begins, and by which it grows when a start tag finds less
-// than the least spare room.
-constexpr std::size_t ROOM = 2048;
-constexpr std::size_t LEAST_SPARE_ROOM = 100;
-
-// As deep as most documents are.
-constexpr std::size_t DEPTH = 16;
-
-}  // namespace
 
 XmlDoc::XmlDoc() = default;
 XmlDoc::XmlDoc(XmlTag::Id root) { start_doc(root); }
@@ -45,12 +35,12 @@ void XmlDoc::start_doc(XmlTag::Id root) {
   }
 }
 
+// As add_xml_decl would.
 void XmlDoc::write_declaration() {
-  static UString const encoding(markup::DEFAULT_ENCODING.data(), markup::DEFAULT_ENCODING.size());
-  out.make_room(ROOM);
-  tags.reserve(DEPTH);
+  out.make_room(start_tag::ROOM);
   next_state();
-  add_xml_decl(encoding);
+  out.append(markup::DEFAULT_DECLARATION);
+  after_start_tag = true;
 }
 
 XmlDoc::QualifiedName XmlDoc::open_root(XmlTag::Id root) {
@@ -82,49 +72,6 @@ XmlDoc::QualifiedName XmlDoc::begin_inner(XmlTag::Id tag, bool default_ns) {
   QualifiedName const name = qualify(tag, default_ns);
   begin_start_tag(name);
   return name;
-}
-
-// A tag and the prefix to write for it, empty for a name without one.
-inline XmlDoc::QualifiedName XmlDoc::qualify(XmlTag::Id tag, bool default_ns) {
-  XmlTag const& entry = XmlTag::lookup(tag);
-  UString const* const prefix = ns_decls.prefix_of(entry);
-  return {entry, prefix != nullptr ? *prefix : new_ns_prefix(entry, default_ns)};
-}
-
-void XmlDoc::begin_start_tag(QualifiedName name) {
-  MarkupBuffer::Pen pen = open_start_tag(name.length());
-  name.put(pen);
-  out.end_at(pen);
-  add_own_declaration(name);
-  tags.push_back(name.tag.id());
-}
-
-void XmlDoc::check_start_tag_allowed() const {
-  if (state != DOC_STARTED && state != DOC_ROOT_OPEN) {
-    raise<StateException>(Catalogue::START_TAG_DISALLOWED);
-  }
-}
-
-// Writes up to the "<", and gives a pen for that many units more.
-MarkupBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
-  check_start_tag_allowed();
-  if (out.spare_room() < LEAST_SPARE_ROOM) out.make_room(out.spare_room() + ROOM);
-  if (indented) {
-    close_start_tag();
-    add_indent();
-  }
-  MarkupBuffer::Pen pen = out.pen_for(units + 2);
-  if (start_tag_open) pen.put(markup::START_TAG_END);
-  pen.put(markup::START_TAG_BEGIN);
-  start_tag_open = true;
-  after_start_tag = true;
-  return pen;
-}
-
-void XmlDoc::close_start_tag() {
-  if (!start_tag_open) return;
-  out.append(markup::START_TAG_END);
-  start_tag_open = false;
 }
 
 void XmlDoc::add_indent() {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
@@ -12,6 +11,7 @@
 #include "tqxml/foundation/Export.h"
 #include "tqxml/writer/MarkupBuffer.h"
 #include "tqxml/writer/NamespaceTable.h"
+#include "tqxml/writer/OpenElements.h"
 
 namespace Orn {
 
@@ -220,6 +220,7 @@ class TQXML_API XmlDoc {
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
   UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
   void add_own_declaration(QualifiedName name);
+  void declare(UString const& uri, UString prefix);
   UString next_prefix();
   void insert_ns_decls();
 
@@ -239,7 +240,7 @@ class TQXML_API XmlDoc {
   /// end tag is not indented.
   bool after_start_tag = true;
   /// The open elements, the innermost at the back. Not empty exactly in DOC_ROOT_OPEN.
-  std::vector<XmlTag::Id> tags;
+  OpenElements tags;
   /// The prefixes of each namespace URI.
   NamespaceTable ns_decls;
 };

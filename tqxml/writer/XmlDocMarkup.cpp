@@ -1,6 +1,6 @@
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/writer/MarkupText.h"
-#include "tqxml/writer/XmlDoc.h"
+#include "tqxml/writer/XmlDocStartTag.h"
 
 // The markup that is not plain elements: CDATA sections, comments, processing instructions and the
 // XML declaration.

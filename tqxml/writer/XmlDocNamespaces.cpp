@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/writer/Decimal.h"
 #include "tqxml/writer/MarkupText.h"
@@ -26,16 +28,19 @@ void put_ns_attr(MarkupBuffer::Pen& pen, UString const& uri, UString const& pref
 
 }  // namespace
 
-void XmlDoc::add_ns(XmlTag::NsId ns, UString const& prefix) {
-  // The prefix is recorded first, and stays recorded.
-  ns_decls.add(XmlTag::ns_URI(ns), prefix);
+void XmlDoc::add_ns(XmlTag::NsId ns, UString const& prefix) { declare(XmlTag::ns_URI(ns), prefix); }
+
+// The prefix is recorded first, and stays recorded.
+void XmlDoc::declare(UString const& uri, UString prefix) {
+  ns_decls.add(uri, std::move(prefix));
   if (root_tag != XmlTag::NO_TAG && ns_insert_pos == 0) {
     raise<StateException>(Catalogue::NAMESPACE_AFTER_OUTPUT);
   }
 }
 
 void XmlDoc::add_ns(XmlTag::NsId ns) {
-  if (!ns_decls.contains(XmlTag::ns_URI(ns))) add_ns(ns, next_prefix());
+  UString const& uri = XmlTag::ns_URI(ns);
+  if (!ns_decls.contains(uri)) declare(uri, next_prefix());
 }
 
 UString XmlDoc::next_prefix() {
@@ -47,7 +52,7 @@ UString XmlDoc::next_prefix() {
 // namespace themselves, empty.
 UString const& XmlDoc::new_ns_prefix(XmlTag const& tag, bool default_ns) {
   if (default_ns) return no_prefix;
-  add_ns(tag.ns_id(), next_prefix());
+  declare(tag.ns(), next_prefix());
   return *ns_decls.prefix_of(tag);
 }
 
@@ -64,9 +69,9 @@ void XmlDoc::insert_ns_decls() {
   bool const has_root = state >= DOC_ROOT_OPEN && root_tag != XmlTag::NO_TAG;
   if (!has_root || ns_insert_pos == 0) return;
   std::size_t length = 0;
-  for (auto const& [uri, prefix] : ns_decls.declarations()) length += ns_attr_length(*uri, prefix);
+  ns_decls.visit([&](auto const& decl) { length += ns_attr_length(*decl.uri, decl.prefix); });
   out.insert(ns_insert_pos, length, [this](MarkupBuffer::Pen pen) {
-    for (auto const& [uri, prefix] : ns_decls.declarations()) put_ns_attr(pen, *uri, prefix);
+    ns_decls.visit([&](auto const& decl) { put_ns_attr(pen, *decl.uri, decl.prefix); });
   });
   ns_insert_pos = 0;
 }
