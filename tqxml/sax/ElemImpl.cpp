@@ -7,12 +7,28 @@
 
 namespace Orn {
 
-SaxParser::ElemImpl::~ElemImpl() {
+void SaxParser::ElemImpl::begin(ParserImpl* parser, XmlTag::Id tag) noexcept {
+  parser_ = parser;
+  refcnt_ = 1;
+  tag_ = tag;
+  has_children_ = false;
+  open_ = true;
+  next_child_used_ = false;
+}
+
+// Lets go of what the record still holds, its children apart, and of the record.
+void SaxParser::ElemImpl::end_record() noexcept {
   while (last_attribute_ != nullptr) {
     AttributeImpl* const attribute = last_attribute_;
     last_attribute_ = std::exchange(attribute->previous_, nullptr);
     AttributeImpl::release(attribute);
   }
+  next_attribute_ = nullptr;
+  first_child_ = nullptr;
+  last_child_ = nullptr;
+  next_sibling_ = nullptr;
+  data_.forget();
+  pool_->give_back(this);
 }
 
 void SaxParser::ElemImpl::release(ElemImpl* record) noexcept {
@@ -29,7 +45,7 @@ void SaxParser::ElemImpl::release(ElemImpl* record) noexcept {
       }
       child = sibling;
     }
-    delete ending;
+    ending->end_record();
     ending = to_end;
   }
 }
@@ -43,7 +59,7 @@ void SaxParser::ElemImpl::add_child(Ref<ElemImpl> const& child) noexcept {
 }
 
 void SaxParser::ElemImpl::add_attribute(XmlTag::Id tag, char16_t const* value) {
-  auto* const added = new AttributeImpl(tag, value);
+  AttributeImpl* const added = pool_->take_attribute(tag, value);
   added->previous_ = last_attribute_;
   last_attribute_ = added;
   next_attribute_ = added;
@@ -66,7 +82,7 @@ Ref<SaxParser::ElemImpl> SaxParser::ElemImpl::opt_child(XmlTag::Id id) {
   while (true) {
     ElemImpl* const candidate = seen == nullptr ? first_child_ : seen->next_sibling_;
     if (candidate != nullptr) {
-      if (candidate->tag == id) return Ref<ElemImpl>(candidate);
+      if (candidate->tag() == id) return Ref<ElemImpl>(candidate);
       seen = candidate;
     } else if (open_) {
       read_on();
@@ -94,12 +110,12 @@ Ref<SaxParser::AttributeImpl> SaxParser::ElemImpl::next_attr() noexcept {
 
 UString const& SaxParser::ElemImpl::data() {
   while (open_) read_on();
-  return data_;
+  return data_.text();
 }
 
 bool SaxParser::ElemImpl::is_empty() {
   while (true) {
-    if (has_children_ || !data_.empty()) return false;
+    if (has_children_ || !data_.text().empty()) return false;
     if (!open_) return true;
     read_on();
   }

@@ -26,7 +26,6 @@ namespace Orn {
 /// which asking raises NOT_VALID_STREAM.
 class SaxParser::ElemImpl {
  public:
-  ElemImpl(ParserImpl* parser, XmlTag::Id tag) noexcept : tag(tag), parser_(parser) {}
   ElemImpl(ElemImpl const&) = delete;
   ElemImpl& operator=(ElemImpl const&) = delete;
 
@@ -56,22 +55,32 @@ class SaxParser::ElemImpl {
   UString const& data();
   bool is_empty();
 
-  XmlTag::Id const tag;
+  XmlTag::Id tag() const noexcept { return tag_; }
 
  private:
-  ~ElemImpl();
-  void read_on();
+  friend class SaxParser::RecordPool;
 
-  ParserImpl* parser_;
-  unsigned int refcnt_ = 1;
+  explicit ElemImpl(RecordPool* pool) noexcept : pool_(pool) {}
+  ~ElemImpl() = default;
+
+  void begin(ParserImpl* parser, XmlTag::Id tag) noexcept;
+  void end_record() noexcept;
+  void read_on();
+  ElemImpl*& next_waiting() noexcept { return next_sibling_; }
+
+  RecordPool* const pool_;
+  ParserImpl* parser_ = nullptr;
+  unsigned int refcnt_ = 0;
+  XmlTag::Id tag_ = XmlTag::NO_TAG;
   bool has_children_ = false;
   bool open_ = true;
   bool next_child_used_ = false;
-  UString data_;
+  RecordText data_;
   /// The children that have not been given away, in document order.
   ElemImpl* first_child_ = nullptr;
   ElemImpl* last_child_ = nullptr;
-  /// The next of the parent's children; in a record that is ending, the next one to end.
+  /// The next of the parent's children; in a record that is ending, the next one to end, and in one
+  /// that waits to be used again, the next one that does.
   ElemImpl* next_sibling_ = nullptr;
   /// All attributes, and where next_attr() goes on. Both lead from the last to the first.
   AttributeImpl* last_attribute_ = nullptr;

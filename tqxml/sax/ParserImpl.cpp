@@ -12,17 +12,6 @@
 
 namespace Orn {
 
-namespace {
-
-// The scanner knows the namespace of xmlns:p, but reports a plain xmlns without one.
-bool is_namespace_declaration(xercesc::XMLAttr const& attribute, XMLCh const* ns_uri) {
-  return is_xmlns_namespace(ns_uri) ||
-         (view(attribute.getPrefix()).empty() &&
-          xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
-}
-
-}  // namespace
-
 SaxParser::ParserImpl::ParserImpl(std::istream* in)
     : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr), input_(in) {
   setDoNamespaces(true);
@@ -36,6 +25,7 @@ SaxParser::ParserImpl::ParserImpl(std::istream* in)
 
 SaxParser::ParserImpl::~ParserImpl() {
   for (Ref<ElemImpl> const& element : open_elements_) element->forget_parser();
+  records_->close();
 }
 
 Ref<SaxParser::ElemImpl> SaxParser::ParserImpl::root() {
@@ -67,8 +57,8 @@ void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, un
                                          Text /*prefix*/,
                                          xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
                                          XMLSize_t attribute_count, bool is_empty, bool is_root) {
-  XmlTag::Id const tag = lookup(getScanner().getURIText(uri_id), decl.getBaseName()).id();
-  auto element = Ref<ElemImpl>::adopt(new ElemImpl(this, tag));
+  XmlTag::Id const tag = tags_.of_element(decl, uri_id, getScanner());
+  auto element = Ref<ElemImpl>::adopt(records_->take_elem(this, tag));
   add_attributes(*element.get(), attributes, attribute_count);
   ElemImpl* const parent = open_elements_.empty() ? nullptr : open_elements_.back().get();
   open_elements_.push_back(element);
@@ -84,9 +74,8 @@ void SaxParser::ParserImpl::add_attributes(ElemImpl& element,
   // The vector is reused and may still hold attributes of earlier elements behind its count.
   for (XMLSize_t i = 0; i < count; ++i) {
     xercesc::XMLAttr const& attribute = *attributes.elementAt(i);
-    Text const ns_uri = getScanner().getURIText(attribute.getURIId());
-    if (is_namespace_declaration(attribute, ns_uri)) continue;
-    element.add_attribute(lookup(ns_uri, attribute.getName()).id(), attribute.getValue());
+    XmlTag::Id const tag = tags_.of_attribute(attribute, getScanner());
+    if (tag != XmlTag::NO_TAG) element.add_attribute(tag, attribute.getValue());
   }
 }
 

@@ -9,6 +9,7 @@
 #include "tqxml/sax/ElemImpl.h"
 #include "tqxml/sax/SaxParser.h"
 #include "tqxml/sax/StreamInputSource.h"
+#include "tqxml/sax/TagCache.h"
 
 namespace Orn {
 
@@ -72,6 +73,8 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   bool over_ = false;
   StreamInputSource input_;
   xercesc::XMLPScanToken token_;
+  TagCache tags_;
+  Ref<RecordPool> records_ = RecordPool::make();
   /// The elements that the scanner is inside of, the innermost at the back.
   std::vector<Ref<ElemImpl>> open_elements_;
   /// The root until it is asked for.

@@ -21,7 +21,7 @@ void SaxParser::Attribute::check_is_nil(UString const& name) const {
 XmlTag::Id SaxParser::Attribute::tag() const {
   static UString const name(u"tag");
   check_is_nil(name);
-  return record_->tag;
+  return record_->tag();
 }
 
 void SaxParser::Attribute::match(XmlTag::Id expected) const {
@@ -34,7 +34,7 @@ void SaxParser::Attribute::match(XmlTag::Id expected) const {
 UString SaxParser::Attribute::data() const {
   static UString const name(u"data");
   check_is_nil(name);
-  return record_->data;
+  return record_->data();
 }
 
 }  // namespace Orn

@@ -21,7 +21,7 @@ void SaxParser::Elem::check_is_nil(UString const& name) const {
 XmlTag::Id SaxParser::Elem::tag() const {
   static UString const name(u"tag");
   check_is_nil(name);
-  return record_->tag;
+  return record_->tag();
 }
 
 void SaxParser::Elem::match(XmlTag::Id expected) const {
@@ -59,7 +59,7 @@ SaxParser::Attribute SaxParser::Elem::next_attr() {
   static UString const name(u"next_attr");
   check_is_nil(name);
   Ref<AttributeImpl> next = record_->next_attr();
-  while (next && next->tag > LAST_SHOWN_ATTRIBUTE) next = record_->next_attr();
+  while (next && next->tag() > LAST_SHOWN_ATTRIBUTE) next = record_->next_attr();
   return Attribute(std::move(next));
 }
 

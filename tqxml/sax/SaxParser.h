@@ -92,6 +92,8 @@ class TQXML_API SaxParser {
   class StreamInputSource;
   class ElemImpl;
   class AttributeImpl;
+  class RecordPool;
+  class TagCache;
 
   std::shared_ptr<ParserImpl> impl_;
   Ref<ElemImpl> root_;
