@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -6,8 +5,9 @@
 #include <new>
 #include <string>
 
-#ifdef __SSE2__
+#if defined(__i386__) || defined(__x86_64__)
 #include <emmintrin.h>
+#define BENCH_BY_HAND_WITH_SSE2
 #endif
 
 #include "bench/contenders/Contenders.h"
@@ -127,61 +127,67 @@ Unit* put_escaped(Unit* to, Unit const* begin, Unit const* at) {
   return to + 1;
 }
 
-#ifdef __SSE2__
-__m128i equal(__m128i units, char16_t unit) {
-  return _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
-}
-
-/// How many units stand before the first of the block that may need escaping.
-std::size_t plain_units(__m128i block) {
-  __m128i const special =
-      _mm_or_si128(_mm_or_si128(equal(block, u'&'), equal(block, u'<')), equal(block, u'>'));
-  auto const bits = static_cast<unsigned int>(_mm_movemask_epi8(special));
-  return bits == 0 ? BLOCK : static_cast<std::size_t>(__builtin_ctz(bits)) / 2;
-}
-#endif
-
-/// Copies `N` units, and returns how many stand before the first that may need escaping.
-template <std::size_t N>
-std::size_t copy_plain(Unit* to, Unit const* from) {
-#ifdef __SSE2__
-  __m128i block = _mm_setzero_si128();
-  std::memcpy(&block, from, N * sizeof(Unit));
-  std::memcpy(to, &block, N * sizeof(Unit));
-  return std::min(plain_units(block), N);
-#else
-  std::size_t i = 0;
-  for (; i < N && from[i] != u'&' && from[i] != u'<' && from[i] != u'>'; ++i) to[i] = from[i];
-  return i;
-#endif
-}
-
 /// Where it stands in a text and in the output.
 struct Place {
   Unit const* at;
   Unit* to;
 };
 
+#ifdef BENCH_BY_HAND_WITH_SSE2
+#ifdef __SSE2__
+constexpr bool has_sse2() { return true; }
+#else
+bool has_sse2() { return __builtin_cpu_supports("sse2") != 0; }
+#endif
+
+[[gnu::target("sse2")]] __m128i equal(__m128i units, char16_t unit) {
+  return _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
+}
+
+/// How many units stand before the first of the block that may need escaping.
+[[gnu::target("sse2")]] std::size_t plain_units(__m128i block) {
+  __m128i const special =
+      _mm_or_si128(_mm_or_si128(equal(block, u'&'), equal(block, u'<')), equal(block, u'>'));
+  auto const bits = static_cast<unsigned int>(_mm_movemask_epi8(special));
+  return bits == 0 ? BLOCK : static_cast<std::size_t>(__builtin_ctz(bits)) / 2;
+}
+
 /// Escapes in steps of `N` units, as long as there are that many.
 template <std::size_t N>
-Place put_steps(Place place, Unit const* begin, Unit const* end) {
+[[gnu::target("sse2")]] Place put_steps(Place place, Unit const* begin, Unit const* end) {
   auto [at, to] = place;
   while (static_cast<std::size_t>(end - at) >= N) {
-    std::size_t const plain = copy_plain<N>(to, at);
-    at += plain;
-    to += plain;
-    if (plain < N) to = put_escaped(to, begin, at++);
+    __m128i block = _mm_setzero_si128();
+    put_units<N>(reinterpret_cast<Unit*>(&block), at);
+    std::memcpy(to, &block, N * sizeof(Unit));
+    // Behind the units there are zeros, which count as plain.
+    std::size_t const plain = plain_units(block);
+    if (plain >= N) {
+      at += N;
+      to += N;
+    } else {
+      to = put_escaped(to + plain, begin, at + plain);
+      at += plain + 1;
+    }
   }
   return {at, to};
 }
+
+[[gnu::target("sse2")]] Place put_blocks(Place place, Unit const* begin, Unit const* end) {
+  return put_steps<BLOCK / 2>(put_steps<BLOCK>(place, begin, end), begin, end);
+}
+#endif
 
 /// There must be room for each unit's longest reference.
 Unit* put_text(Unit* to, UString const& text) {
   Unit const* const begin = text.data();
   Unit const* const end = begin + text.length();
-  Place place = put_steps<BLOCK>({begin, to}, begin, end);
-  place = put_steps<BLOCK / 2>(place, begin, end);
-  return put_steps<1>(place, begin, end).to;
+  Place place{begin, to};
+#ifdef BENCH_BY_HAND_WITH_SSE2
+  if (has_sse2()) place = put_blocks(place, begin, end);
+#endif
+  for (; place.at != end; ++place.at) place.to = put_escaped(place.to, begin, place.at);
+  return place.to;
 }
 
 Unit* put_start(Unit* to, XmlTag const& tag) {
@@ -260,10 +266,23 @@ char32_t next_character(Unit const*& at) {
   return ((first - 0xd800) << 10U) + (*at++ - 0xdc00U) + 0x10000;
 }
 
+/// Bytes that are converted at once, so that they stay in the cache: a string could not be made
+/// without being filled with zeros first.
+constexpr std::size_t PIECE_OF_OUTPUT = 4096;
+
+/// Where it stands in the units and in the bytes made of them.
+struct Conversion {
+  Unit const* at;
+  char* to;
+
+  /// As long as there is room for a block behind it.
+  bool goes_on(Unit const* end, char const* full) const { return at < end && to <= full; }
+};
+
+#ifdef BENCH_BY_HAND_WITH_SSE2
 /// Converts a block, and returns how many units stand before the first beyond ASCII; bytes behind
 /// theirs mean nothing.
-#ifdef __SSE2__
-std::size_t pack_ascii(char* to, Unit const* from) {
+[[gnu::target("sse2")]] std::size_t pack_block(char* to, Unit const* from) {
   __m128i const block = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from));
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(block, block));
   __m128i const high = _mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xff80)));
@@ -271,29 +290,32 @@ std::size_t pack_ascii(char* to, Unit const* from) {
       static_cast<unsigned int>(_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())));
   return ascii == 0xffff ? BLOCK : static_cast<std::size_t>(__builtin_ctz(~ascii)) / 2;
 }
-#else
-std::size_t pack_ascii(char* to, Unit const* from) {
-  std::size_t i = 0;
-  for (; i < BLOCK && from[i] < 0x80; ++i) to[i] = static_cast<char>(from[i]);
-  return i;
+
+/// Up to what is beyond ASCII, or less than a block.
+[[gnu::target("sse2")]] Conversion pack_ascii(Conversion place, Unit const* end, char const* full) {
+  std::size_t ascii = BLOCK;
+  while (ascii == BLOCK && static_cast<std::size_t>(end - place.at) >= BLOCK && place.to <= full) {
+    ascii = pack_block(place.to, place.at);
+    place.at += ascii;
+    place.to += ascii;
+  }
+  return place;
 }
 #endif
-
-/// Bytes that are converted at once, so that they stay in the cache: a string could not be made
-/// without being filled with zeros first.
-constexpr std::size_t PIECE_OF_OUTPUT = 4096;
 
 /// Converts from `at` on, which moves behind, as much as goes into a piece. Returns its end.
 char* put_piece(char* to, Unit const*& at, Unit const* end) {
   char const* const full = to + PIECE_OF_OUTPUT - BLOCK;
-  while (at < end && to <= full) {
-    bool const is_block = static_cast<std::size_t>(end - at) >= BLOCK;
-    std::size_t const ascii = is_block ? pack_ascii(to, at) : 0;
-    at += ascii;
-    to += ascii;
-    if (ascii < BLOCK && to <= full) to = put_character(to, next_character(at));
+  Conversion place{at, to};
+  while (place.goes_on(end, full)) {
+#ifdef BENCH_BY_HAND_WITH_SSE2
+    if (has_sse2()) place = pack_ascii(place, end, full);
+    if (!place.goes_on(end, full)) break;
+#endif
+    place.to = put_character(place.to, next_character(place.at));
   }
-  return to;
+  at = place.at;
+  return place.to;
 }
 
 std::string to_utf8(Units const& units) {
