@@ -331,6 +331,9 @@ std::string to_utf8(Units const& units) {
   return utf8;
 }
 
+/// As the limit it may take for granted what XmlDoc finds out, keeps or checks: which namespaces
+/// there are and their prefixes, so that the root's start tag is a fixed text; that attributes need
+/// no escaping; that everything is open that is closed, and fit for XML.
 std::string write(Orders const& records) {
   Units out;
   out.written_to(
