@@ -4,32 +4,34 @@ import json
 import re
 import shlex
 import subprocess
-from collections.abc import Iterable, Iterator
+from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
 
-_PEERS = {
-    "Xerces-C++": "xerces-c",
-    "ICU": "icu-uc",
-    "libxml2": "libxml-2.0",
-    "Expat": "expat",
-    "pugixml": "pugixml",
-    "TinyXML-2": "tinyxml2",
-    "Qt": "Qt6Core",
-    "Google Benchmark": "benchmark",
-}
-# One of headers only, which no .pc file tells of.
-_PACKAGES = {"RapidXML": "librapidxml-dev"}
+# What takes part by a source in bench/, and where in the sysroot its version is told.
+_LIBRARIES = (
+    ("Xerces-C++", "contenders/xerces.cpp", "xerces-c.pc"),
+    ("ICU", "jobs/utf8.cpp", "icu-uc.pc"),
+    ("libxml2", "contenders/libxml2.cpp", "libxml-2.0.pc"),
+    ("Expat", "contenders/expat.cpp", "expat.pc"),
+    ("pugixml", "contenders/pugixml.cpp", "pugixml.pc"),
+    ("TinyXML-2", "contenders/tinyxml2.cpp", "tinyxml2.pc"),
+    ("RapidXML", "contenders/rapidxml.cpp", "usr/include/rapidxml/rapidxml.hpp"),
+    ("Qt", "contenders/qt.cpp", "Qt6Core.pc"),
+    ("Google Benchmark", "main.cpp", "benchmark.pc"),
+)
+_VERSION = re.compile(r"^(?:Version:|// Version) *(.*)$", re.MULTILINE)
 _FLAGS = re.compile(r"-(O|m|std=|march|D ?NDEBUG|f(?!PIC|visibility|diagnostics))")
 
 
 def describe(context: dict[str, Any], build: Path, sysroot: Path) -> Iterator[tuple[str, str]]:
     """Names of facts, and the facts."""
+    commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
     yield "Date", str(context["date"])[:10]
     yield "Processor", f"{_processor()}, {context['num_cpus']} cores"
     yield "System", _system()
-    yield "Compiler", _compiler(build)
-    yield "Libraries", ", ".join(_versions(sysroot))
+    yield "Compiler", _compiler(commands)
+    yield "Libraries", ", ".join(versions(commands, sysroot))
 
 
 def _processor() -> str:
@@ -44,9 +46,8 @@ def _system() -> str:
     return name[1] if name else "unknown"
 
 
-def _compiler(build: Path) -> str:
+def _compiler(commands: list[dict[str, str]]) -> str:
     """As the library itself was compiled."""
-    commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
     command = next(each["command"] for each in commands if "/tqxml/writer/" in each["file"])
     words = shlex.split(command)
     flags = [word for word in words[1:] if _FLAGS.match(word)]
@@ -58,25 +59,25 @@ def _first_line(command: list[str]) -> str:
     return run.stdout.partition("\n")[0].strip()
 
 
-def _versions(sysroot: Path) -> Iterable[str]:
-    for name, module in _PEERS.items():
-        version = _pc_version(sysroot, module)
-        if version:
-            yield f"{name} {version}"
-    for name, package in _PACKAGES.items():
-        version = _first_line(["dpkg-query", "-W", "-f", "${Version}", package])
-        if version:
-            yield f"{name} {version}"
+def versions(commands: list[dict[str, str]], sysroot: Path) -> Iterator[str]:
+    """Of the libraries that were compiled in."""
+    compiled = [each["file"] for each in commands]
+    for name, source, place in _LIBRARIES:
+        if any(file.endswith(f"/bench/{source}") for file in compiled):
+            yield f"{name} {_version(sysroot, place)}"
 
 
-def _pc_version(sysroot: Path, module: str) -> str | None:
-    multiarch = "i386-linux-gnu" if sysroot != Path("/") else "*"
-    for folder in (f"usr/lib/{multiarch}/pkgconfig", "usr/lib/pkgconfig", "usr/share/pkgconfig"):
-        for path in sysroot.glob(f"{folder}/{module}.pc"):
-            return _pc_field(path)
-    return None
+def _version(sysroot: Path, place: str) -> str:
+    for path in _found(sysroot, place):
+        told = _VERSION.search(path.read_text(encoding="utf-8"))
+        if told:
+            return told[1].strip()
+    return "(unknown version)"
 
 
-def _pc_field(path: Path) -> str:
-    found = re.search(r"^Version: *(.*)$", path.read_text(encoding="utf-8"), re.MULTILINE)
-    return found[1].strip() if found else "unknown"
+def _found(sysroot: Path, place: str) -> Iterator[Path]:
+    if not place.endswith(".pc"):
+        yield from sysroot.glob(place)
+        return
+    for folder in ("usr/lib/*/pkgconfig", "usr/lib/pkgconfig", "usr/share/pkgconfig"):
+        yield from sysroot.glob(f"{folder}/{place}")

@@ -7,6 +7,7 @@ from pathlib import Path
 from typing import Any
 
 import comparison
+import machine
 import memory
 import results
 import tables
@@ -179,6 +180,23 @@ class MemoryTest(unittest.TestCase):
         self.assertIsNone(found.stream_growth_kib)
         with self.assertRaises(ValueError):
             memory.parse("FAILED: run_memory\n")
+
+
+class MachineTest(unittest.TestCase):
+    def test_names_the_libraries_that_were_compiled_in(self) -> None:
+        told = {
+            "usr/lib/x86_64-linux-gnu/pkgconfig/Qt6Core.pc": "Name: Qt6 Core\nVersion: 6.4.2\n",
+            "usr/lib/x86_64-linux-gnu/pkgconfig/expat.pc": "Version: 2.5.0\n",
+            "usr/include/rapidxml/rapidxml.hpp": "// A word\n// Version 1.13\n// Another\n",
+        }
+        commands = [{"file": f"/src/bench/contenders/{name}.cpp"} for name in ("qt", "rapidxml")]
+        with tempfile.TemporaryDirectory() as folder:
+            for place, text in told.items():
+                path = Path(folder) / place
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding="utf-8")
+            found = list(machine.versions(commands, Path(folder)))
+        self.assertEqual(found, ["RapidXML 1.13", "Qt 6.4.2"])
 
 
 class DocumentTest(unittest.TestCase):
