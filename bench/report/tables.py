@@ -2,7 +2,7 @@
 
 from collections.abc import Iterator
 
-from goals import Outcome
+from goals import Floor, Outcome
 from markdown import table
 from results import US, Name, Results
 
@@ -98,11 +98,16 @@ def goals_table(outcomes: list[Outcome]) -> str:
             outcome.column,
             _amount(outcome.goal, outcome.unit),
             _amount(outcome.measured, outcome.unit),
+            _floor(outcome.floor),
             "met" if outcome.met else "MISSED",
         ]
         for outcome in outcomes
     ]
-    return table(["job", "against", "", "at most", "measured", "goal"], rows, left=3)
+    return table(["job", "against", "", "at most", "measured", "floor", "goal"], rows, left=3)
+
+
+def _floor(floor: Floor | None) -> str:
+    return f"{floor.contender} {significant(floor.measured)}" if floor else ""
 
 
 def _amount(number: float | None, unit: str) -> str:

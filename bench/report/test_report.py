@@ -119,6 +119,36 @@ class GoalsTest(unittest.TestCase):
         second = outcome(found, "namespaces/tqxml", "the time for 1000", "4000")
         self.assertEqual((first.goal, first.met, second.met), (5, True, False))
 
+    def test_shows_who_else_takes_longer_for_a_byte_and_keeps_the_goal(self) -> None:
+        times = {"read_whole/tqxml": 1.3, "read_whole/xerces": 1.3, "tree_copy/tqxml": 1.0}
+        run = of_seconds(
+            {f"{name}/1MiB": 1.0 for name in times}
+            | {f"{name}/16MiB": time for name, time in times.items()}
+        )
+        found = evaluate(run, memory.Memory())
+        one = outcome(found, "read_whole", "a byte at 1MiB", "16MiB")
+        self.assertEqual((one.goal, one.met), (1.15, False))
+        self.assertIn("| xerces 1.30 | MISSED |", tables.goals_table([one]))
+        other = outcome(found, "tree_copy", "a byte at 1MiB", "16MiB")
+        self.assertIsNone(other.floor)
+
+    def test_lets_readers_grow_as_xerces_and_little_more(self) -> None:
+        def step(ours: float, theirs: float) -> Outcome:
+            times = {"tqxml_read_whole": ours, "xerces_read_whole": theirs, "tqxml_write": ours}
+            run = of_seconds(
+                {f"attributes/{name}/2500": 1.0 for name in times}
+                | {f"attributes/{name}/10000": time for name, time in times.items()}
+            )
+            found = evaluate(run, memory.Memory())
+            writing = outcome(found, "attributes/tqxml_write", "the time for 2500", "10000")
+            self.assertEqual((writing.goal, writing.floor), (5, None))
+            against = "the time for 2500 (5.00, or 1.10 × the floor)"
+            return outcome(found, "attributes/tqxml_read_whole", against, "10000")
+
+        self.assertEqual([step(5, 4).goal, step(5, 4).met, step(5.1, 4).met], [5, True, False])
+        self.assertEqual([step(17.5, 16).met, step(17.7, 16).met], [True, False])
+        self.assertIn("| xerces_read_whole 16.0 |", tables.goals_table([step(17, 16)]))
+
     def test_a_goal_that_was_not_measured_is_not_met(self) -> None:
         found = evaluate(of_seconds({}), memory.Memory())
         self.assertFalse(any(each.met for each in found))
