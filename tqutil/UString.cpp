@@ -82,21 +82,10 @@ UString& UString::append(UString const& other, unsigned int pos, unsigned int n)
 }
 
 UString& UString::append(unit_type const* text) {
-  std::size_t const length = length_of(text);
-  check_room_for(length);
-  if (length != 0) text_.append(text, length);
-  return *this;
+  return append(text, length_of(text));
 }
 
 UString& UString::append(char16_t const* text) { return append(text, length_of(text)); }
-
-UString& UString::append(char16_t const* text, std::size_t length) {
-  if (length == 0) return *this;
-  check_room_for(length);
-  // Distinct types of one representation; the string copies it as bytes.
-  text_.append(reinterpret_cast<unit_type const*>(text), length);
-  return *this;
-}
 
 UString& UString::append(unit_type unit) {
   check_room_for(1);
@@ -201,11 +190,7 @@ char const* UString::Utf8Buffer::hold(std::string&& bytes) {
   return bytes_->c_str();
 }
 
-// Raises when the text would become too long. The string itself sees to the room, and grows
-// geometrically.
-void UString::check_room_for(std::size_t more) const {
-  if (more > max_length - text_.size()) throw std::length_error("UString is too long");
-}
+void UString::raise_too_long() { throw std::length_error("UString is too long"); }
 
 std::ostream& operator<<(std::ostream& out, UString const& text) { return out << text.to_utf8(); }
 

@@ -72,7 +72,10 @@ class TQUTIL_API UString {
   UString& append(UString const& other, unsigned int pos, unsigned int n);
   UString& append(unit_type const* text);
   UString& append(char16_t const* text);
-  UString& append(char16_t const* text, std::size_t length);
+  UString& append(char16_t const* text, std::size_t length) {
+    // Distinct types of one representation; the string copies it as bytes.
+    return append(reinterpret_cast<unit_type const*>(text), length);
+  }
   UString& append(unit_type unit);
 
   /// Inserts `other` in front of the unit at `pos`; `pos` may be the length.
@@ -146,7 +149,17 @@ class TQUTIL_API UString {
     std::unique_ptr<std::string> bytes_;
   };
 
-  void check_room_for(std::size_t more) const;
+  UString& append(unit_type const* text, std::size_t length) {
+    if (length == 0) return *this;
+    check_room_for(length);
+    text_.append(text, length);
+    return *this;
+  }
+  // The string itself sees to the room, and grows geometrically.
+  void check_room_for(std::size_t more) const {
+    if (more > max_length - text_.size()) raise_too_long();
+  }
+  [[noreturn]] static void raise_too_long();
 
   string_type text_;
   mutable Utf8Buffer utf8_;

@@ -5,8 +5,15 @@
 
 namespace Orn {
 
-/// One counted reference on a record, or none. The record keeps the count: `Record::retain` adds a
-/// reference and `Record::release` gives one back, which may end the record.
+/// How the references on a record are counted: `retain` adds one and `release` gives one back, which
+/// may end the record. Specialised where the record is not known to those who hold references.
+template <class Record>
+struct RefCount {
+  static void retain(Record* record) noexcept { Record::retain(record); }
+  static void release(Record* record) noexcept { Record::release(record); }
+};
+
+/// One counted reference on a record, or none.
 template <class Record>
 class Ref {
  public:
@@ -19,7 +26,7 @@ class Ref {
   }
   /// Takes a reference of its own.
   explicit Ref(Record* record) noexcept : record_(record) {
-    if (record_ != nullptr) Record::retain(record_);
+    if (record_ != nullptr) RefCount<Record>::retain(record_);
   }
   Ref(Ref const& other) noexcept : Ref(other.record_) {}
   Ref(Ref&& other) noexcept : record_(std::exchange(other.record_, nullptr)) {}
@@ -28,7 +35,7 @@ class Ref {
     return *this;
   }
   ~Ref() {
-    if (record_ != nullptr) Record::release(record_);
+    if (record_ != nullptr) RefCount<Record>::release(record_);
   }
 
   /// Gives the reference to the caller, who must see to its release.

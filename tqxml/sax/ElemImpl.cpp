@@ -103,9 +103,10 @@ Ref<SaxParser::ElemImpl> SaxParser::ElemImpl::next_child() {
 }
 
 Ref<SaxParser::AttributeImpl> SaxParser::ElemImpl::next_attr() noexcept {
-  Ref<AttributeImpl> given(next_attribute_);
-  if (given) next_attribute_ = next_attribute_->previous_;
-  return given;
+  AttributeImpl* given = next_attribute_;
+  while (given != nullptr && given->tag() > LAST_SHOWN_ATTRIBUTE) given = given->previous_;
+  next_attribute_ = given == nullptr ? nullptr : given->previous_;
+  return Ref<AttributeImpl>(given);
 }
 
 UString const& SaxParser::ElemImpl::data() {

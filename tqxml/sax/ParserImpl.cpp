@@ -61,10 +61,10 @@ void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, un
   auto element = Ref<ElemImpl>::adopt(records_->take_elem(this, tag));
   add_attributes(*element.get(), attributes, attribute_count);
   ElemImpl* const parent = open_elements_.empty() ? nullptr : open_elements_.back().get();
-  open_elements_.push_back(element);
-  if (is_root) root_ = element;
+  open_elements_.push_back(std::move(element));
+  if (is_root) root_ = open_elements_.back();
   // Below an element that nobody can get at any more nothing need be kept.
-  if (parent != nullptr && parent->is_reachable()) parent->add_child(element);
+  if (parent != nullptr && parent->is_reachable()) parent->add_child(open_elements_.back());
   if (is_empty) end_current();
 }
 

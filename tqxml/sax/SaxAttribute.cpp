@@ -6,22 +6,28 @@
 
 namespace Orn {
 
-SaxParser::Attribute::Attribute() noexcept = default;
-SaxParser::Attribute::Attribute(Ref<AttributeImpl> record) noexcept : record_(std::move(record)) {}
-SaxParser::Attribute::Attribute(Attribute const& other) noexcept = default;
-SaxParser::Attribute::Attribute(Attribute&& other) noexcept = default;
-SaxParser::Attribute& SaxParser::Attribute::operator=(Attribute const& other) noexcept = default;
-SaxParser::Attribute& SaxParser::Attribute::operator=(Attribute&& other) noexcept = default;
+void RefCount<SaxParser::AttributeImpl>::retain(SaxParser::AttributeImpl* record) noexcept {
+  SaxParser::AttributeImpl::retain(record);
+}
+
+void RefCount<SaxParser::AttributeImpl>::release(SaxParser::AttributeImpl* record) noexcept {
+  SaxParser::AttributeImpl::release(record);
+}
+
 SaxParser::Attribute::~Attribute() = default;
 
 void SaxParser::Attribute::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_attribute(u"SaxParser::Attribute", name);
 }
 
+// What the handle refers to, for the operation of that name.
+inline SaxParser::AttributeImpl& SaxParser::Attribute::record(char16_t const* operation) const {
+  if (is_nil()) check_is_nil(UString(operation));
+  return *record_.get();
+}
+
 XmlTag::Id SaxParser::Attribute::tag() const {
-  static UString const name(u"tag");
-  check_is_nil(name);
-  return record_->tag();
+  return record(u"tag").tag();
 }
 
 void SaxParser::Attribute::match(XmlTag::Id expected) const {
@@ -32,9 +38,7 @@ void SaxParser::Attribute::match(XmlTag::Id expected) const {
 }
 
 UString SaxParser::Attribute::data() const {
-  static UString const name(u"data");
-  check_is_nil(name);
-  return record_->data();
+  return record(u"data").data();
 }
 
 }  // namespace Orn

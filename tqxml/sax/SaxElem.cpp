@@ -6,22 +6,28 @@
 
 namespace Orn {
 
-SaxParser::Elem::Elem() noexcept = default;
-SaxParser::Elem::Elem(Ref<ElemImpl> record) noexcept : record_(std::move(record)) {}
-SaxParser::Elem::Elem(Elem const& other) noexcept = default;
-SaxParser::Elem::Elem(Elem&& other) noexcept = default;
-SaxParser::Elem& SaxParser::Elem::operator=(Elem const& other) noexcept = default;
-SaxParser::Elem& SaxParser::Elem::operator=(Elem&& other) noexcept = default;
+void RefCount<SaxParser::ElemImpl>::retain(SaxParser::ElemImpl* record) noexcept {
+  SaxParser::ElemImpl::retain(record);
+}
+
+void RefCount<SaxParser::ElemImpl>::release(SaxParser::ElemImpl* record) noexcept {
+  SaxParser::ElemImpl::release(record);
+}
+
 SaxParser::Elem::~Elem() = default;
 
 void SaxParser::Elem::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_element(u"SaxParser::Elem", name);
 }
 
+// What the handle refers to, for the operation of that name.
+inline SaxParser::ElemImpl& SaxParser::Elem::record(char16_t const* operation) const {
+  if (is_nil()) check_is_nil(UString(operation));
+  return *record_.get();
+}
+
 XmlTag::Id SaxParser::Elem::tag() const {
-  static UString const name(u"tag");
-  check_is_nil(name);
-  return record_->tag();
+  return record(u"tag").tag();
 }
 
 void SaxParser::Elem::match(XmlTag::Id expected) const {
@@ -30,49 +36,33 @@ void SaxParser::Elem::match(XmlTag::Id expected) const {
 }
 
 SaxParser::Elem SaxParser::Elem::child() const {
-  static UString const name(u"child");
-  check_is_nil(name);
-  return Elem(record_->child());
+  return Elem(record(u"child").child());
 }
 
 SaxParser::Elem SaxParser::Elem::child(XmlTag::Id id) const {
-  static UString const name(u"child");
-  check_is_nil(name);
-  Elem found(record_->opt_child(id));
+  Elem found(record(u"child").opt_child(id));
   if (found.is_nil()) raise_missing_child(id, tag());
   return found;
 }
 
 SaxParser::Elem SaxParser::Elem::opt_child(XmlTag::Id id) const {
-  static UString const name(u"opt_child");
-  check_is_nil(name);
-  return Elem(record_->opt_child(id));
+  return Elem(record(u"opt_child").opt_child(id));
 }
 
 SaxParser::Elem SaxParser::Elem::next_child() {
-  static UString const name(u"next_child");
-  check_is_nil(name);
-  return Elem(record_->next_child());
+  return Elem(record(u"next_child").next_child());
 }
 
 SaxParser::Attribute SaxParser::Elem::next_attr() {
-  static UString const name(u"next_attr");
-  check_is_nil(name);
-  Ref<AttributeImpl> next = record_->next_attr();
-  while (next && next->tag() > LAST_SHOWN_ATTRIBUTE) next = record_->next_attr();
-  return Attribute(std::move(next));
+  return Attribute(record(u"next_attr").next_attr());
 }
 
 UString SaxParser::Elem::data() const {
-  static UString const name(u"data");
-  check_is_nil(name);
-  return record_->data();
+  return record(u"data").data();
 }
 
 bool SaxParser::Elem::is_empty() const {
-  static UString const name(u"is_empty");
-  check_is_nil(name);
-  return record_->is_empty();
+  return record(u"is_empty").is_empty();
 }
 
 void SaxParser::Elem::check_is_empty(bool expected) const {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
+#include <utility>
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
@@ -90,6 +91,8 @@ class TQXML_API SaxParser {
  private:
   class ParserImpl;
   class StreamInputSource;
+  template <class Record>
+  friend struct RefCount;
   class ElemImpl;
   class AttributeImpl;
   class RecordPool;
@@ -99,6 +102,18 @@ class TQXML_API SaxParser {
   Ref<ElemImpl> root_;
 };
 
+template <>
+struct TQXML_API RefCount<SaxParser::ElemImpl> {
+  static void retain(SaxParser::ElemImpl* record) noexcept;
+  static void release(SaxParser::ElemImpl* record) noexcept;
+};
+
+template <>
+struct TQXML_API RefCount<SaxParser::AttributeImpl> {
+  static void retain(SaxParser::AttributeImpl* record) noexcept;
+  static void release(SaxParser::AttributeImpl* record) noexcept;
+};
+
 /// A handle on an element of the document that is being read, or nil.
 ///
 /// Unless said otherwise an operation on a nil handle raises StateException NIL_ELEMENT, which
@@ -106,11 +121,11 @@ class TQXML_API SaxParser {
 class TQXML_API SaxParser::Elem {
  public:
   /// A nil handle.
-  Elem() noexcept;
-  Elem(Elem const& other) noexcept;
-  Elem(Elem&& other) noexcept;
-  Elem& operator=(Elem const& other) noexcept;
-  Elem& operator=(Elem&& other) noexcept;
+  Elem() noexcept = default;
+  Elem(Elem const& other) noexcept = default;
+  Elem(Elem&& other) noexcept = default;
+  Elem& operator=(Elem const& other) noexcept = default;
+  Elem& operator=(Elem&& other) noexcept = default;
   virtual ~Elem();
 
   bool is_nil() const noexcept { return !record_; }
@@ -151,7 +166,8 @@ class TQXML_API SaxParser::Elem {
 
  private:
   friend class SaxParser;
-  explicit Elem(Ref<ElemImpl> record) noexcept;
+  explicit Elem(Ref<ElemImpl> record) noexcept : record_(std::move(record)) {}
+  ElemImpl& record(char16_t const* operation) const;
 
   Ref<ElemImpl> record_;
 };
@@ -162,11 +178,11 @@ class TQXML_API SaxParser::Elem {
 class TQXML_API SaxParser::Attribute {
  public:
   /// A nil handle.
-  Attribute() noexcept;
-  Attribute(Attribute const& other) noexcept;
-  Attribute(Attribute&& other) noexcept;
-  Attribute& operator=(Attribute const& other) noexcept;
-  Attribute& operator=(Attribute&& other) noexcept;
+  Attribute() noexcept = default;
+  Attribute(Attribute const& other) noexcept = default;
+  Attribute(Attribute&& other) noexcept = default;
+  Attribute& operator=(Attribute const& other) noexcept = default;
+  Attribute& operator=(Attribute&& other) noexcept = default;
   virtual ~Attribute();
 
   bool is_nil() const noexcept { return !record_; }
@@ -182,7 +198,8 @@ class TQXML_API SaxParser::Attribute {
 
  private:
   friend class SaxParser::Elem;
-  explicit Attribute(Ref<AttributeImpl> record) noexcept;
+  explicit Attribute(Ref<AttributeImpl> record) noexcept : record_(std::move(record)) {}
+  AttributeImpl& record(char16_t const* operation) const;
 
   Ref<AttributeImpl> record_;
 };

@@ -1,6 +1,8 @@
 #include "tqxml/sax/TagCache.h"
 
+#include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "tqxml/foundation/XercesText.h"
 
@@ -14,9 +16,10 @@ bool is_namespace_declaration(xercesc::XMLAttr const& attribute, xercesc::XMLSca
           xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
 }
 
-std::size_t mixture(unsigned int uri_id, std::u16string_view name) {
-  if (name.empty()) return uri_id;
-  return uri_id + name.size() * 3 + name.front() * std::size_t{5} + name.back() * std::size_t{7};
+std::uint32_t mixture(unsigned int uri_id, std::u16string_view name) {
+  std::uint32_t mixed = uri_id;
+  for (char16_t const unit : name) mixed = mixed * 31 + unit;
+  return mixed;
 }
 
 }  // namespace
@@ -35,12 +38,16 @@ XmlTag::Id SaxParser::TagCache::of_attribute(xercesc::XMLAttr const& attribute,
                                              xercesc::XMLScanner const& scanner) {
   std::u16string_view const name = view(attribute.getName());
   unsigned int const uri_id = attribute.getURIId();
-  Attribute& seen = attributes_[mixture(uri_id, name) % attributes_.size()];
-  if (!seen.is(uri_id, name)) {
-    if (is_namespace_declaration(attribute, scanner)) return XmlTag::NO_TAG;
-    seen = {&lookup(scanner.getURIText(uri_id), attribute.getName()), uri_id};
-  }
-  return seen.tag->id();
+  // A name stands in one of two places.
+  std::size_t const place = mixture(uri_id, name) % attributes_.size();
+  Attribute& first = attributes_[place];
+  if (first.is(uri_id, name)) return first.tag->id();
+  Attribute& second = attributes_[place ^ 1U];
+  if (second.is(uri_id, name)) return second.tag->id();
+  if (is_namespace_declaration(attribute, scanner)) return XmlTag::NO_TAG;
+  Attribute const found{&lookup(scanner.getURIText(uri_id), attribute.getName()), uri_id};
+  second = std::exchange(first, found);
+  return found.tag->id();
 }
 
 // A name for which the catch-all tag stands is another than that of the tag, and never found here.

@@ -38,7 +38,7 @@ class SaxParser::TagCache {
   };
 
   std::array<Element, 64> elements_;
-  std::array<Attribute, 32> attributes_;
+  std::array<Attribute, 64> attributes_;
 };
 
 }  // namespace Orn
