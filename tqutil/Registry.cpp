@@ -1,5 +1,7 @@
 #include "tqutil/Registry.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 
@@ -120,9 +122,16 @@ std::string_view Registry::bytes_of(std::u16string_view text) noexcept {
   return {reinterpret_cast<char const*>(text.data()), text.size() * sizeof(char16_t)};
 }
 
+// The whole of the simple name, and of the URI what distinguishes it from others of the vocabulary:
+// a hash over all of it would take longer than the comparison that follows.
 std::size_t Registry::NameHash::operator()(Name const& name) const noexcept {
-  std::hash<std::string_view> const hash;
-  return hash(name.simple_name) * 31 + hash(name.ns_uri);
+  constexpr std::size_t END = 8;
+  std::string_view const uri_end =
+      name.ns_uri.substr(name.ns_uri.size() - std::min(name.ns_uri.size(), END));
+  std::uint32_t mixed = static_cast<std::uint32_t>(name.ns_uri.size());
+  for (char const c : uri_end) mixed = mixed * 31 + static_cast<unsigned char>(c);
+  for (char const c : name.simple_name) mixed = mixed * 31 + static_cast<unsigned char>(c);
+  return mixed;
 }
 
 }  // namespace Orn

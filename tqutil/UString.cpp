@@ -81,9 +81,7 @@ UString& UString::append(UString const& other, unsigned int pos, unsigned int n)
   return *this;
 }
 
-UString& UString::append(unit_type const* text) {
-  return append(text, length_of(text));
-}
+UString& UString::append(unit_type const* text) { return append(text, length_of(text)); }
 
 UString& UString::append(char16_t const* text) { return append(text, length_of(text)); }
 

@@ -5,8 +5,9 @@
 
 namespace Orn {
 
-/// How the references on a record are counted: `retain` adds one and `release` gives one back, which
-/// may end the record. Specialised where the record is not known to those who hold references.
+/// How the references on a record are counted: `retain` adds one and `release` gives one back,
+/// which may end the record. Specialised where the record is not known to those who hold
+/// references.
 template <class Record>
 struct RefCount {
   static void retain(Record* record) noexcept { Record::retain(record); }

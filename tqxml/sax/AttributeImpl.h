@@ -24,7 +24,7 @@ class SaxParser::AttributeImpl {
   }
 
   XmlTag::Id tag() const noexcept { return tag_; }
-  UString const& data() const noexcept { return data_.text(); }
+  UString data() const { return data_.text(); }
 
  private:
   friend class SaxParser::ElemImpl;
@@ -37,7 +37,9 @@ class SaxParser::AttributeImpl {
     tag_ = tag;
     refcnt_ = 1;
   }
-  void set_value(char16_t const* value) { data_.append(value, std::char_traits<char16_t>::length(value)); }
+  void set_value(char16_t const* value) {
+    data_.append(value, std::char_traits<char16_t>::length(value));
+  }
   AttributeImpl*& next_waiting() noexcept { return previous_; }
 
   RecordPool* const pool_;

@@ -109,14 +109,14 @@ Ref<SaxParser::AttributeImpl> SaxParser::ElemImpl::next_attr() noexcept {
   return Ref<AttributeImpl>(given);
 }
 
-UString const& SaxParser::ElemImpl::data() {
+UString SaxParser::ElemImpl::data() {
   while (open_) read_on();
   return data_.text();
 }
 
 bool SaxParser::ElemImpl::is_empty() {
   while (true) {
-    if (has_children_ || !data_.text().empty()) return false;
+    if (has_children_ || !data_.empty()) return false;
     if (!open_) return true;
     read_on();
   }

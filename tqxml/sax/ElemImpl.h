@@ -52,7 +52,7 @@ class SaxParser::ElemImpl {
   Ref<ElemImpl> opt_child(XmlTag::Id id);
   Ref<ElemImpl> next_child();
   Ref<AttributeImpl> next_attr() noexcept;
-  UString const& data();
+  UString data();
   bool is_empty();
 
   XmlTag::Id tag() const noexcept { return tag_; }

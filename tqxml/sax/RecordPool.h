@@ -7,7 +7,8 @@
 namespace Orn {
 
 /// Where records come from, and where a few that have ended wait to be used again, with the memory
-/// of their texts: who walks a document and drops what he has seen takes no memory for each element.
+/// of their texts: who walks a document and drops what he has seen takes no memory for each
+/// element.
 ///
 /// Counted by the parser, and by each record that is in use, which may outlive the parser.
 class SaxParser::RecordPool {

@@ -4,26 +4,29 @@
 #include <cstddef>
 
 #include "tqutil/UString.h"
+#include "tqxml/foundation/TextBuffer.h"
 
 namespace Orn {
 
 /// The text of a record, whose memory serves the next record if it is not much.
 class RecordText {
  public:
-  UString const& text() const noexcept { return text_; }
+  bool empty() const noexcept { return text_.empty(); }
+  UString text() const { return text_.text(); }
   void append(char16_t const* text, std::size_t length) { text_.append(text, length); }
   void forget() noexcept {
     if (text_.capacity() > MOST_KEPT) {
-      text_ = UString();
+      text_ = TextBuffer();
     } else {
-      text_.clear();
+      text_.cut(0);
     }
   }
 
  private:
-  static constexpr unsigned int MOST_KEPT = 256;
+  /// In code units.
+  static constexpr std::size_t MOST_KEPT = 512;
 
-  UString text_;
+  TextBuffer text_;
 };
 
 }  // namespace Orn

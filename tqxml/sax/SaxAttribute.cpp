@@ -26,9 +26,7 @@ inline SaxParser::AttributeImpl& SaxParser::Attribute::record(char16_t const* op
   return *record_.get();
 }
 
-XmlTag::Id SaxParser::Attribute::tag() const {
-  return record(u"tag").tag();
-}
+XmlTag::Id SaxParser::Attribute::tag() const { return record(u"tag").tag(); }
 
 void SaxParser::Attribute::match(XmlTag::Id expected) const {
   XmlTag::Id const actual = tag();
@@ -37,8 +35,6 @@ void SaxParser::Attribute::match(XmlTag::Id expected) const {
   }
 }
 
-UString SaxParser::Attribute::data() const {
-  return record(u"data").data();
-}
+UString SaxParser::Attribute::data() const { return record(u"data").data(); }
 
 }  // namespace Orn

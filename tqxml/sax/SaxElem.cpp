@@ -26,18 +26,14 @@ inline SaxParser::ElemImpl& SaxParser::Elem::record(char16_t const* operation) c
   return *record_.get();
 }
 
-XmlTag::Id SaxParser::Elem::tag() const {
-  return record(u"tag").tag();
-}
+XmlTag::Id SaxParser::Elem::tag() const { return record(u"tag").tag(); }
 
 void SaxParser::Elem::match(XmlTag::Id expected) const {
   XmlTag::Id const actual = tag();
   if (actual != expected) raise_tag_mismatch(Catalogue::OPERATION_ELEM_MATCH, expected, actual);
 }
 
-SaxParser::Elem SaxParser::Elem::child() const {
-  return Elem(record(u"child").child());
-}
+SaxParser::Elem SaxParser::Elem::child() const { return Elem(record(u"child").child()); }
 
 SaxParser::Elem SaxParser::Elem::child(XmlTag::Id id) const {
   Elem found(record(u"child").opt_child(id));
@@ -49,21 +45,15 @@ SaxParser::Elem SaxParser::Elem::opt_child(XmlTag::Id id) const {
   return Elem(record(u"opt_child").opt_child(id));
 }
 
-SaxParser::Elem SaxParser::Elem::next_child() {
-  return Elem(record(u"next_child").next_child());
-}
+SaxParser::Elem SaxParser::Elem::next_child() { return Elem(record(u"next_child").next_child()); }
 
 SaxParser::Attribute SaxParser::Elem::next_attr() {
   return Attribute(record(u"next_attr").next_attr());
 }
 
-UString SaxParser::Elem::data() const {
-  return record(u"data").data();
-}
+UString SaxParser::Elem::data() const { return record(u"data").data(); }
 
-bool SaxParser::Elem::is_empty() const {
-  return record(u"is_empty").is_empty();
-}
+bool SaxParser::Elem::is_empty() const { return record(u"is_empty").is_empty(); }
 
 void SaxParser::Elem::check_is_empty(bool expected) const {
   bool const actual = is_empty();

@@ -2,7 +2,7 @@
 #define TQXML_SAX_TAGCACHE_H
 
 #include <array>
-#include <string_view>
+#include <cstddef>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
@@ -34,7 +34,7 @@ class SaxParser::TagCache {
     XmlTag const* tag = nullptr;
     unsigned int uri_id = 0;
 
-    bool is(unsigned int wanted_uri_id, std::u16string_view name) const noexcept;
+    bool is(unsigned int wanted_uri_id, XMLCh const* name, std::size_t length) const noexcept;
   };
 
   std::array<Element, 64> elements_;

@@ -100,7 +100,7 @@ Growth growth_with_entities(UString const& text, Unit const* first_special) {
 }
 
 // The two destinations differ only in how room is made.
-void make_room(MarkupBuffer& dest, std::size_t units) { dest.make_room(units); }
+void make_room(TextBuffer& dest, std::size_t units) { dest.make_room(units); }
 void make_room(UString& dest, std::size_t units) {
   std::size_t const length = dest.length() + std::min<std::size_t>(units, UString::max_length);
   dest.reserve(static_cast<unsigned int>(std::min<std::size_t>(length, UString::npos)));
@@ -148,8 +148,8 @@ void append_special(Dest& dest, UString const& text, Unit const* first_special) 
 }  // namespace
 
 // Most texts hold nothing special, and are copied while they are searched.
-void append_escaped(MarkupBuffer& dest, UString const& text) {
-  MarkupBuffer::Pen pen = dest.pen_for(text.length());
+void append_escaped(TextBuffer& dest, UString const& text) {
+  TextBuffer::Pen pen = dest.pen_for(text.length());
   Unit const* const first_special = pen.put_until<Content::Search>(begin_of(text), end_of(text));
   if (first_special == end_of(text)) {
     dest.end_at(pen);

@@ -2,12 +2,12 @@
 #define TQXML_WRITER_ESCAPE_H
 
 #include "tqutil/UString.h"
-#include "tqxml/writer/MarkupBuffer.h"
+#include "tqxml/foundation/TextBuffer.h"
 
 namespace Orn {
 
 /// Appends to `dest` what `XmlDoc::escape(text)` gives, without a copy in between.
-void append_escaped(MarkupBuffer& dest, UString const& text);
+void append_escaped(TextBuffer& dest, UString const& text);
 
 }  // namespace Orn
 

@@ -100,7 +100,7 @@ void XmlDoc::write_end_tag(QualifiedName name) {
     close_start_tag();
     add_indent();
   }
-  MarkupBuffer::Pen pen = out.pen_for(name.length() + 4);
+  TextBuffer::Pen pen = out.pen_for(name.length() + 4);
   if (start_tag_open) pen.put(markup::START_TAG_END);
   pen.put(markup::END_TAG_BEGIN);
   name.put(pen);
@@ -134,7 +134,7 @@ void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
 void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
   if (!start_tag_open) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_ATTRIBUTE);
   QualifiedName const qualified = qualify(name, false);
-  MarkupBuffer::Pen pen = out.pen_for(qualified.length() + 1);
+  TextBuffer::Pen pen = out.pen_for(qualified.length() + 1);
   pen.put(markup::BLANK);
   qualified.put(pen);
   out.end_at(pen);

@@ -9,7 +9,7 @@
 #include "tqutil/XmlTag.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
-#include "tqxml/writer/MarkupBuffer.h"
+#include "tqxml/foundation/TextBuffer.h"
 #include "tqxml/writer/NamespaceTable.h"
 #include "tqxml/writer/OpenElements.h"
 
@@ -191,8 +191,8 @@ class TQXML_API XmlDoc {
     std::size_t length() const noexcept {
       return std::size_t{prefix.length()} + 1 + tag.simple_name().length();
     }
-    void put(MarkupBuffer::Pen& pen) const noexcept {
-      if (!prefix.empty()) pen.put(prefix).put(MarkupBuffer::Unit{u':'});
+    void put(TextBuffer::Pen& pen) const noexcept {
+      if (!prefix.empty()) pen.put(prefix).put(TextBuffer::Unit{u':'});
       pen.put(tag.simple_name());
     }
   };
@@ -208,7 +208,7 @@ class TQXML_API XmlDoc {
   QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
   void begin_start_tag(QualifiedName name);
   bool begin_tree(Elem const& e, bool default_ns);
-  MarkupBuffer::Pen open_start_tag(std::size_t units);
+  TextBuffer::Pen open_start_tag(std::size_t units);
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
   void write_end_tag(QualifiedName name);
@@ -225,7 +225,7 @@ class TQXML_API XmlDoc {
   void insert_ns_decls();
 
   /// Markup produced and not yet handed out by inc_str().
-  MarkupBuffer out;
+  TextBuffer out;
   /// Where the namespace declarations go, right behind the root's name; 0 when there is no such
   /// place (yet, or any more).
   std::uint32_t ns_insert_pos = 0;

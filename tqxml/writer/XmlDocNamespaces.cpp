@@ -20,7 +20,7 @@ std::size_t ns_attr_length(UString const& uri, UString const& prefix) {
          markup::VALUE_END.size();
 }
 
-void put_ns_attr(MarkupBuffer::Pen& pen, UString const& uri, UString const& prefix) {
+void put_ns_attr(TextBuffer::Pen& pen, UString const& uri, UString const& prefix) {
   pen.put(markup::XMLNS);
   if (!prefix.empty()) pen.put(markup::NAMESPACE_SEPARATOR).put(prefix);
   pen.put(markup::VALUE_BEGIN).put(uri).put(markup::VALUE_END);
@@ -59,7 +59,7 @@ UString const& XmlDoc::new_ns_prefix(XmlTag const& tag, bool default_ns) {
 // A name that stands without a prefix declares its namespace there and then.
 void XmlDoc::add_own_declaration(QualifiedName name) {
   if (!name.prefix.empty()) return;
-  MarkupBuffer::Pen pen = out.pen_for(ns_attr_length(name.tag.ns(), name.prefix));
+  TextBuffer::Pen pen = out.pen_for(ns_attr_length(name.tag.ns(), name.prefix));
   put_ns_attr(pen, name.tag.ns(), name.prefix);
   out.end_at(pen);
 }
@@ -70,7 +70,7 @@ void XmlDoc::insert_ns_decls() {
   if (!has_root || ns_insert_pos == 0) return;
   std::size_t length = 0;
   ns_decls.visit([&](auto const& decl) { length += ns_attr_length(*decl.uri, decl.prefix); });
-  out.insert(ns_insert_pos, length, [this](MarkupBuffer::Pen pen) {
+  out.insert(ns_insert_pos, length, [this](TextBuffer::Pen pen) {
     ns_decls.visit([&](auto const& decl) { put_ns_attr(pen, *decl.uri, decl.prefix); });
   });
   ns_insert_pos = 0;

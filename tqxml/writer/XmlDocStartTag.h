@@ -37,7 +37,7 @@ inline void XmlDoc::close_start_tag() {
 }
 
 // Writes up to the "<", and gives a pen for that many units more.
-inline MarkupBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
+inline TextBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
   check_start_tag_allowed();
   if (out.spare_room() < start_tag::LEAST_SPARE_ROOM)
     out.make_room(out.spare_room() + start_tag::ROOM);
@@ -45,7 +45,7 @@ inline MarkupBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
     close_start_tag();
     add_indent();
   }
-  MarkupBuffer::Pen pen = out.pen_for(units + 2);
+  TextBuffer::Pen pen = out.pen_for(units + 2);
   if (start_tag_open) pen.put(markup::START_TAG_END);
   pen.put(markup::START_TAG_BEGIN);
   start_tag_open = true;
@@ -54,7 +54,7 @@ inline MarkupBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
 }
 
 inline void XmlDoc::begin_start_tag(QualifiedName name) {
-  MarkupBuffer::Pen pen = open_start_tag(name.length());
+  TextBuffer::Pen pen = open_start_tag(name.length());
   name.put(pen);
   out.end_at(pen);
   add_own_declaration(name);

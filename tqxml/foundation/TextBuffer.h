@@ -1,31 +1,38 @@
-#ifndef TQXML_WRITER_MARKUPBUFFER_H
-#define TQXML_WRITER_MARKUPBUFFER_H
+#ifndef TQXML_FOUNDATION_TEXTBUFFER_H
+#define TQXML_FOUNDATION_TEXTBUFFER_H
 
 #include <array>
 #include <cstddef>
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tqutil/UString.h"
 #include "tqxml/foundation/Export.h"
 
 namespace Orn {
 
-/// The text of a document while it is being written: UTF-16 in one block of memory. Unlike a string
-/// it gives out room that nobody has filled yet, and a large block grows without being copied.
-/// For the writer alone.
-class TQXML_API MarkupBuffer {
+/// A text that grows at its end: UTF-16 in one block of memory. Unlike a string it gives out room
+/// that nobody has filled yet, and a large block grows without being copied. For this library
+/// alone.
+class TQXML_API TextBuffer {
  public:
   using Unit = UString::unit_type;
 
-  MarkupBuffer() noexcept = default;
-  MarkupBuffer(MarkupBuffer const& other);
-  MarkupBuffer& operator=(MarkupBuffer const& other);
-  ~MarkupBuffer();
+  TextBuffer() noexcept = default;
+  TextBuffer(TextBuffer const& other);
+  TextBuffer(TextBuffer&& other) noexcept { swap(other); }
+  TextBuffer& operator=(TextBuffer other) noexcept {
+    swap(other);
+    return *this;
+  }
+  ~TextBuffer();
 
   std::size_t length() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
 
+  bool empty() const noexcept { return end_ == begin_; }
+  std::size_t capacity() const noexcept { return static_cast<std::size_t>(limit_ - begin_); }
   /// How many units fit before the block of memory must grow.
   std::size_t spare_room() const noexcept { return static_cast<std::size_t>(limit_ - end_); }
 
@@ -59,7 +66,7 @@ class TQXML_API MarkupBuffer {
     }
 
    private:
-    friend class MarkupBuffer;
+    friend class TextBuffer;
     /// What can be copied from any UString, and to the end of any room.
     static constexpr std::size_t BLOCK = UString::least_capacity + 1;
     /// From here on a call pays.
@@ -131,6 +138,11 @@ class TQXML_API MarkupBuffer {
   std::string to_utf8() const;
 
  private:
+  void swap(TextBuffer& other) noexcept {
+    std::swap(begin_, other.begin_);
+    std::swap(end_, other.end_);
+    std::swap(limit_, other.limit_);
+  }
   void grow(std::size_t units);
 
   Unit* begin_ = nullptr;

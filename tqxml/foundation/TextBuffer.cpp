@@ -1,0 +1,41 @@
+#include "tqxml/foundation/TextBuffer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
+
+namespace Orn {
+namespace {
+
+// The longest text: what a UString can hold, and what addresses leave room for.
+constexpr std::size_t MAX_LENGTH =
+    std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(TextBuffer::Unit) - 64);
+
+}  // namespace
+
+TextBuffer::TextBuffer(TextBuffer const& other) { append(other.begin_, other.length()); }
+
+TextBuffer::~TextBuffer() { std::free(begin_); }
+
+UString TextBuffer::text(std::size_t pos) const {
+  return pos == length() ? UString() : UString(UString::string_type(begin_ + pos, end_));
+}
+
+std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length()); }
+
+// At least doubles the room, so that a text costs time in proportion to its length. The C library
+// moves large blocks by their page table, which no allocator of C++ can do.
+void TextBuffer::grow(std::size_t units) {
+  std::size_t const used = length();
+  if (units > MAX_LENGTH - used) throw std::length_error("the text is too long");
+  std::size_t const wanted = std::max(used + units, std::min(capacity(), MAX_LENGTH / 2) * 2);
+  void* const block = std::realloc(begin_, (wanted + Pen::BLOCK) * sizeof(Unit));
+  if (block == nullptr) throw std::bad_alloc();
+  begin_ = static_cast<Unit*>(block);
+  end_ = begin_ + used;
+  limit_ = begin_ + wanted;
+}
+
+}  // namespace Orn
