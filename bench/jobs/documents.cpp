@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <iterator>
-#include <stdexcept>
 #include <string>
 
 #include "bench/contenders/XercesReaders.h"

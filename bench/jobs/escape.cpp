@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #ifdef TQXML_BENCH_LIBXML2

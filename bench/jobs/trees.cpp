@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <istream>
+#include <memory>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include <unicode/ustring.h>
 
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
