@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 
 namespace Orn {
@@ -12,6 +13,30 @@ namespace {
 constexpr std::int32_t SMALL_NUMBERS = 1 << 16;
 
 bool is_small(std::int32_t number) { return number >= 0 && number < SMALL_NUMBERS; }
+
+using Word = std::uint64_t;
+
+// The last bytes of a text, or all of it where it is shorter.
+Word last_word(std::string_view text) {
+  Word word = 0;
+  std::size_t const length = std::min(text.size(), sizeof word);
+  std::memcpy(&word, text.data() + text.size() - length, length);
+  return word;
+}
+
+std::size_t mixed(std::size_t so_far, Word word) {
+  // The golden ratio of 2^64 spreads what differs little over the upper half.
+  Word const spread = (so_far + word) * 0x9E3779B97F4A7C15U;
+  return static_cast<std::size_t>(spread ^ (spread >> 32U));
+}
+
+std::size_t mixed(std::size_t so_far, std::string_view text) {
+  std::size_t hash = so_far + text.size();
+  for (; text.size() > sizeof(Word); text.remove_prefix(sizeof(Word))) {
+    hash = mixed(hash, last_word(text.substr(0, sizeof(Word))));
+  }
+  return mixed(hash, last_word(text));
+}
 
 // A vocabulary that contradicts another is an error in the program, which must not get as far as
 // reading or writing a document.
@@ -122,16 +147,10 @@ std::string_view Registry::bytes_of(std::u16string_view text) noexcept {
   return {reinterpret_cast<char const*>(text.data()), text.size() * sizeof(char16_t)};
 }
 
-// The whole of the simple name, and of the URI what distinguishes it from others of the vocabulary:
-// a hash over all of it would take longer than the comparison that follows.
+// The whole of the simple name, and of the URI what most likely sets it apart from others: a hash
+// over all of it would take longer than the comparison that follows.
 std::size_t Registry::NameHash::operator()(Name const& name) const noexcept {
-  constexpr std::size_t END = 8;
-  std::string_view const uri_end =
-      name.ns_uri.substr(name.ns_uri.size() - std::min(name.ns_uri.size(), END));
-  std::uint32_t mixed = static_cast<std::uint32_t>(name.ns_uri.size());
-  for (char const c : uri_end) mixed = mixed * 31 + static_cast<unsigned char>(c);
-  for (char const c : name.simple_name) mixed = mixed * 31 + static_cast<unsigned char>(c);
-  return mixed;
+  return mixed(mixed(name.ns_uri.size(), last_word(name.ns_uri)), name.simple_name);
 }
 
 }  // namespace Orn

@@ -76,6 +76,17 @@ TEST(ACopy, GoesOnIndependently) {
   EXPECT_EQ(closed_text(doc), u"</N1:r>");
 }
 
+TEST(ACopy, OfADrainedDocumentTakesTheEmptyText) {
+  XmlDoc doc(u_r);
+  doc.inc_str();
+  XmlDoc copy(doc);
+  copy.append_elem_body(UString(), true);
+  copy.append_elem_body(UString(), false);
+  EXPECT_EQ(out(copy), u"");
+  copy.close();
+  EXPECT_EQ(copy.str(), u"</N1:r>");
+}
+
 TEST(ACopy, IsIndentedWhenTheOriginalIs) {
   XmlDoc doc;
   doc.set_indented_format();

@@ -1,6 +1,6 @@
 #include <xercesc/dom/DOMNode.hpp>
 
-#include "tqxml/dom/DomParser.h"
+#include "tqxml/dom/TagCache.h"
 #include "tqxml/foundation/NavigationErrors.h"
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesText.h"
@@ -13,12 +13,15 @@ void DomParser::Attribute::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_attribute(u"DomParser::Attribute", name);
 }
 
+// What the handle refers to, for the operation of that name.
+inline xercesc::DOMNode& DomParser::Attribute::known_node(char16_t const* operation) const {
+  if (is_nil()) check_is_nil(UString(operation));
+  return *node;
+}
+
 XmlTag::Id DomParser::Attribute::tag() const {
-  static UString const name(u"tag");
-  check_is_nil(name);
-  if (tag_id == XmlTag::NO_TAG) {
-    tag_id = lookup(node->getNamespaceURI(), node->getLocalName()).id();
-  }
+  xercesc::DOMNode const& attribute = known_node(u"tag");
+  if (tag_id == XmlTag::NO_TAG) tag_id = tags->of(attribute);
   return tag_id;
 }
 
@@ -30,10 +33,9 @@ void DomParser::Attribute::match(XmlTag::Id expected) const {
 }
 
 UString DomParser::Attribute::data() const {
-  static UString const name(u"data");
-  check_is_nil(name);
+  xercesc::DOMNode const& attribute = known_node(u"data");
   // The parser may put the value together only now.
-  return with_xerces_memory([this] { return to_ustring(node->getNodeValue()); });
+  return with_xerces_memory([&] { return to_ustring(attribute.getNodeValue()); });
 }
 
 }  // namespace Orn

@@ -2,7 +2,7 @@
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/dom/DOMNode.hpp>
 
-#include "tqxml/dom/DomParser.h"
+#include "tqxml/dom/TagCache.h"
 #include "tqxml/foundation/NavigationErrors.h"
 #include "tqxml/foundation/XercesText.h"
 
@@ -40,12 +40,15 @@ void DomParser::Elem::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_element(u"DomParser::Elem", name);
 }
 
+// What the handle refers to, for the operation of that name.
+inline DOMNode& DomParser::Elem::known_node(char16_t const* operation) const {
+  if (is_nil()) check_is_nil(UString(operation));
+  return *node;
+}
+
 XmlTag::Id DomParser::Elem::tag() const {
-  static UString const name(u"tag");
-  check_is_nil(name);
-  if (tag_id == XmlTag::NO_TAG) {
-    tag_id = lookup(node->getNamespaceURI(), node->getLocalName()).id();
-  }
+  DOMNode const& element = known_node(u"tag");
+  if (tag_id == XmlTag::NO_TAG) tag_id = tags->of(element);
   return tag_id;
 }
 
@@ -55,62 +58,53 @@ void DomParser::Elem::match(XmlTag::Id expected) const {
 }
 
 DomParser::Elem DomParser::Elem::child() const {
-  static UString const name(u"child");
-  check_is_nil(name);
-  DOMNode* const found = first_element_from(node->getFirstChild());
+  DOMNode* const found = first_element_from(known_node(u"child").getFirstChild());
   if (found == nullptr) raise_no_children(tag());
-  return Elem(found);
+  return Elem(found, tags);
 }
 
 DomParser::Elem DomParser::Elem::child(XmlTag::Id id) const {
-  static UString const name(u"child");
-  check_is_nil(name);
+  known_node(u"child");
   Elem found = opt_child(id);
   if (found.is_nil()) raise_missing_child(id, tag());
   return found;
 }
 
 DomParser::Elem DomParser::Elem::opt_child(XmlTag::Id id) const {
-  static UString const name(u"opt_child");
-  check_is_nil(name);
+  DOMNode const& element = known_node(u"opt_child");
   XmlTag const& wanted = XmlTag::lookup(id);
-  DOMNode* candidate = first_element_from(node->getFirstChild());
+  DOMNode* candidate = first_element_from(element.getFirstChild());
   while (candidate != nullptr && !is_named(candidate, wanted)) {
     candidate = first_element_from(candidate->getNextSibling());
   }
-  return candidate == nullptr ? Elem() : Elem(candidate, id);
+  return candidate == nullptr ? Elem() : Elem(candidate, tags, id);
 }
 
 DomParser::Elem DomParser::Elem::next_child() {
-  static UString const name(u"next_child");
-  check_is_nil(name);
-  DOMNode* const from =
-      child_cursor != nullptr ? child_cursor->getNextSibling() : node->getFirstChild();
-  child_cursor = first_element_from(from);
-  return Elem(child_cursor);
+  DOMNode const& element = known_node(u"next_child");
+  child_cursor = first_element_from(child_cursor != nullptr ? child_cursor->getNextSibling()
+                                                            : element.getFirstChild());
+  return Elem(child_cursor, tags);
 }
 
 DomParser::Attribute DomParser::Elem::next_attr() {
-  static UString const name(u"next_attr");
-  check_is_nil(name);
-  if (!node->hasAttributes()) return Attribute();
+  DOMNode const& element = known_node(u"next_attr");
   if (attrs == nullptr) {
-    attrs = node->getAttributes();
+    if (!element.hasAttributes()) return Attribute();
+    attrs = element.getAttributes();
     attr_index = static_cast<std::int32_t>(attrs->getLength()) - 1;
   }
   while (attr_index >= 0) {
     DOMNode* const attribute = attrs->item(static_cast<XMLSize_t>(attr_index));
     --attr_index;
-    if (!is_xmlns_namespace(attribute->getNamespaceURI())) return Attribute(attribute);
+    if (!is_xmlns_namespace(attribute->getNamespaceURI())) return Attribute(attribute, tags);
   }
   return Attribute();
 }
 
 UString DomParser::Elem::data() const {
-  static UString const name(u"data");
-  check_is_nil(name);
   UString text;
-  for (DOMNode const* part = node->getFirstChild(); part != nullptr;
+  for (DOMNode const* part = known_node(u"data").getFirstChild(); part != nullptr;
        part = part->getNextSibling()) {
     if (is_text(part)) {
       text.append(part->getNodeValue());
@@ -122,9 +116,7 @@ UString DomParser::Elem::data() const {
 }
 
 bool DomParser::Elem::is_empty() const {
-  static UString const name(u"is_empty");
-  check_is_nil(name);
-  for (DOMNode const* part = node->getFirstChild(); part != nullptr;
+  for (DOMNode const* part = known_node(u"is_empty").getFirstChild(); part != nullptr;
        part = part->getNextSibling()) {
     if (is_text(part) || is_element(part)) return false;
   }

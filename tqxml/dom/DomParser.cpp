@@ -6,6 +6,7 @@
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
+#include "tqxml/dom/TagCache.h"
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
@@ -78,11 +79,12 @@ std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser() {
 
 DomParser::Elem DomParser::root() {
   if (!is_parsed()) with_xerces_memory([this] { parse(); });
-  return Elem(parser->getDocument()->getDocumentElement());
+  return Elem(parser->getDocument()->getDocumentElement(), tags.get());
 }
 
 void DomParser::parse() {
   if (parser == nullptr) parser = new_parser();
+  tags = std::make_unique<TagCache>();
   xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
                                           xml_doc_text.size(), SYSTEM_ID, false,
                                           xercesc::XMLPlatformUtils::fgMemoryManager);

@@ -69,6 +69,8 @@ class TQXML_API DomParser {
   Elem root();
 
  private:
+  class TagCache;
+
   bool is_parsed() const;
   static std::unique_ptr<xercesc::XercesDOMParser> new_parser();
   void parse();
@@ -77,6 +79,8 @@ class TQXML_API DomParser {
   /// Null between a parse that failed early and the next.
   std::unique_ptr<xercesc::XercesDOMParser> parser;
   std::unique_ptr<xercesc::ErrorHandler> error_handler;
+  /// Made anew for each document.
+  std::unique_ptr<TagCache> tags;
 };
 
 /// A handle on an element of a parsed document, or nil.
@@ -97,7 +101,7 @@ class TQXML_API DomParser::Elem {
   void check_is_nil(UString const& name) const;
 
   /// A handle on the same element whose iterations stand at the beginning.
-  Elem restarted() const noexcept { return Elem(node, tag_id); }
+  Elem restarted() const noexcept { return Elem(node, tags, tag_id); }
 
   /// The tag of the element, by its namespace and local name; prefixes play no part. Looked up in
   /// the registry once a handle.
@@ -130,10 +134,13 @@ class TQXML_API DomParser::Elem {
 
  private:
   friend class DomParser;
-  explicit Elem(xercesc::DOMNode* element) noexcept : node(element) {}
-  Elem(xercesc::DOMNode* element, XmlTag::Id id) noexcept : node(element), tag_id(id) {}
+  Elem(xercesc::DOMNode* element, TagCache* tags, XmlTag::Id id = XmlTag::NO_TAG) noexcept
+      : node(element), tags(tags), tag_id(id) {}
+  xercesc::DOMNode& known_node(char16_t const* operation) const;
 
   xercesc::DOMNode* node = nullptr;
+  /// The parser's.
+  TagCache* tags = nullptr;
   /// NO_TAG until known.
   mutable XmlTag::Id tag_id = XmlTag::NO_TAG;
   /// The child that next_child() returned last; null at the start.
@@ -168,9 +175,12 @@ class TQXML_API DomParser::Attribute {
 
  private:
   friend class DomParser::Elem;
-  explicit Attribute(xercesc::DOMNode* attribute) noexcept : node(attribute) {}
+  Attribute(xercesc::DOMNode* attribute, TagCache* tags) noexcept : node(attribute), tags(tags) {}
+  xercesc::DOMNode& known_node(char16_t const* operation) const;
 
   xercesc::DOMNode* node = nullptr;
+  /// The parser's.
+  TagCache* tags = nullptr;
   /// NO_TAG until known.
   mutable XmlTag::Id tag_id = XmlTag::NO_TAG;
 };

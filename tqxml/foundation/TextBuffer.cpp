@@ -29,8 +29,8 @@ std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length
 // moves large blocks by their page table, which no allocator of C++ can do.
 void TextBuffer::grow(std::size_t units) {
   std::size_t const used = length();
-  if (units > MAX_LENGTH - used) throw std::length_error("the text is too long");
-  std::size_t const wanted = std::max(used + units, std::min(capacity(), MAX_LENGTH / 2) * 2);
+  if (units >= MAX_LENGTH - used) throw std::length_error("the text is too long");
+  std::size_t const wanted = std::max(used + units + 1, std::min(capacity(), MAX_LENGTH / 2) * 2);
   void* const block = std::realloc(begin_, (wanted + Pen::BLOCK) * sizeof(Unit));
   if (block == nullptr) throw std::bad_alloc();
   begin_ = static_cast<Unit*>(block);

@@ -101,8 +101,9 @@ class TQXML_API TextBuffer {
   }
   void end_at(Pen const& pen) noexcept { end_ = pen.to_; }
 
+  /// There is always room for one unit more, so that a pen has a place even for the empty text.
   void make_room(std::size_t units) {
-    if (units > spare_room()) grow(units);
+    if (units >= spare_room()) grow(units);
   }
 
   void append(UString const& text) { end_at(pen_for(text.length()).put(text)); }
