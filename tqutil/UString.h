@@ -73,8 +73,7 @@ class TQUTIL_API UString {
   UString& append(unit_type const* text);
   UString& append(char16_t const* text);
   UString& append(char16_t const* text, std::size_t length) {
-    // Distinct types of one representation; the string copies it as bytes.
-    return append(reinterpret_cast<unit_type const*>(text), length);
+    return append(units_of(text), length);
   }
   UString& append(unit_type unit);
 
@@ -149,6 +148,10 @@ class TQUTIL_API UString {
     std::unique_ptr<std::string> bytes_;
   };
 
+  // Distinct types of one representation, which strings copy as bytes.
+  static unit_type const* units_of(char16_t const* text) noexcept {
+    return reinterpret_cast<unit_type const*>(text);
+  }
   UString& append(unit_type const* text, std::size_t length) {
     if (length == 0) return *this;
     check_room_for(length);

@@ -1,3 +1,5 @@
+#include <utility>
+#include <xercesc/dom/DOMCharacterData.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/dom/DOMNode.hpp>
@@ -26,6 +28,21 @@ DOMNode* first_element_from(DOMNode* node) {
 
 bool is_named(DOMNode const* node, XmlTag const& tag) {
   return tag.simple_name() == node->getLocalName() && tag.ns() == node->getNamespaceURI();
+}
+
+// What stands in a node that `is_text`, which knows its length.
+UString text_of(DOMNode const* node) {
+  auto const* const text = static_cast<xercesc::DOMCharacterData const*>(node);
+  return UString(text->getData(), text->getLength());
+}
+
+// Most elements have one text.
+void append(UString& text, UString&& part) {
+  if (text.empty()) {
+    text = std::move(part);
+  } else {
+    text.append(part);
+  }
 }
 
 void append_start_tag(UString& text, DOMNode const* element) {
@@ -107,7 +124,7 @@ UString DomParser::Elem::data() const {
   for (DOMNode const* part = known_node(u"data").getFirstChild(); part != nullptr;
        part = part->getNextSibling()) {
     if (is_text(part)) {
-      text.append(part->getNodeValue());
+      append(text, text_of(part));
     } else if (is_element(part)) {
       append_start_tag(text, part);
     }
