@@ -23,15 +23,15 @@ using UnitString = std::basic_string<Unit>;
 
 static_assert(std::is_same_v<UChar, Unit>, "ICU must be used with UCHAR_TYPE=uint16_t");
 
-constexpr char32_t REPLACEMENT = 0xFFFD;
+constexpr UChar32 REPLACEMENT = 0xFFFD;
 
-// ICU counts in 32 bits, so long texts go through it in pieces; and so that what it writes stays in
-// the cache.
+// ICU counts in 32 bits, so long texts go through it in pieces.
 constexpr std::size_t MAX_PIECE = std::size_t{1} << 20;
-constexpr std::size_t MAX_UTF16_PIECE = 1024;
 
-// The most bytes that a UTF-16 unit becomes.
-constexpr std::size_t MAX_EXPANSION = 3;
+// How many units are converted one by one before packing is worth another try, and the most bytes
+// that they become with the second half of a pair.
+constexpr std::ptrdiff_t MIXED_UNITS = 16;
+constexpr std::ptrdiff_t MIXED_BYTES = (MIXED_UNITS + 1) * 3;
 
 // Copies the ASCII units that `text` begins with, a byte each, and returns their number.
 std::size_t pack_ascii_singly(Unit const* text, std::size_t length, char* bytes) {
@@ -78,33 +78,25 @@ std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
 
 #endif
 
-// How many units ICU is to convert before packing is worth another try: up to the next stretch of
-// ASCII, and never between the two halves of a surrogate pair.
-std::size_t non_ascii_piece(Unit const* text, std::size_t length) {
-  constexpr std::size_t ASCII_STRETCH = 16;
-  // One less than the most, for the second half of a pair.
-  std::size_t const limit = std::min(length, MAX_UTF16_PIECE - 1);
-  std::size_t stretch = 0;
-  for (std::size_t i = 0; i < limit; ++i) {
-    stretch = text[i] <= 0x7F ? stretch + 1 : 0;
-    if (stretch == ASCII_STRETCH) return i + 1 - ASCII_STRETCH;
-  }
-  bool const cuts_pair =
-      limit < length && U16_IS_LEAD(text[limit - 1]) && U16_IS_TRAIL(text[limit]);
-  return cuts_pair ? limit + 1 : limit;
-}
-
-std::size_t convert_piece(Unit const* text, std::size_t length, char* bytes) {
-  std::int32_t written = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strToUTF8WithSub(bytes, static_cast<std::int32_t>(length * MAX_EXPANSION), &written, text,
-                     static_cast<std::int32_t>(length), REPLACEMENT, nullptr, &status);
-  return static_cast<std::size_t>(written);
-}
-
 // ICU's macros narrow without a cast.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
+
+// Moves behind what has been converted, in the text and in the bytes.
+void convert_mixed(Unit const*& from, Unit const* end, char*& to) {
+  std::ptrdiff_t const length = end - from;
+  std::ptrdiff_t const limit = std::min(length, MIXED_UNITS);
+  std::ptrdiff_t units = 0;
+  std::ptrdiff_t bytes = 0;
+  while (units < limit) {
+    UChar32 character = 0;
+    U16_NEXT(from, units, length, character);
+    if (U_IS_SURROGATE(character)) character = REPLACEMENT;
+    U8_APPEND_UNSAFE(to, bytes, character);
+  }
+  from += units;
+  to += bytes;
+}
 
 // The longest beginning of `utf8` that is not too long for ICU and cuts no well-formed sequence.
 std::string_view utf8_piece(std::string_view utf8) {
@@ -135,19 +127,22 @@ std::int32_t ill_formed_offset(std::string_view utf8) {
 
 // By way of a buffer, since a string can only be made longer by filling it with zeros first.
 std::string utf16_to_utf8(unsigned short const* text, std::size_t length) {
-  std::array<char, MAX_UTF16_PIECE * MAX_EXPANSION> buffer;
+  std::array<char, 4096> buffer;
+  char const* const full = buffer.data() + buffer.size() - MIXED_BYTES;
+  Unit const* from = text;
+  Unit const* const end = text + length;
   std::string bytes;
   if (length > buffer.size()) bytes.reserve(length + length / 32);
-  std::size_t done = 0;
-  while (done < length) {
-    std::size_t const packed =
-        pack_ascii(text + done, std::min(length - done, buffer.size()), buffer.data());
-    bytes.append(buffer.data(), packed);
-    done += packed;
-    if (done == length || packed == buffer.size()) continue;
-    std::size_t const piece = non_ascii_piece(text + done, length - done);
-    bytes.append(buffer.data(), convert_piece(text + done, piece, buffer.data()));
-    done += piece;
+  while (from != end) {
+    char* to = buffer.data();
+    while (from != end && to < full) {
+      auto const room = static_cast<std::size_t>(std::min(end - from, full - to));
+      std::size_t const packed = pack_ascii(from, room, to);
+      from += packed;
+      to += packed;
+      convert_mixed(from, end, to);
+    }
+    bytes.append(buffer.data(), static_cast<std::size_t>(to - buffer.data()));
   }
   return bytes;
 }

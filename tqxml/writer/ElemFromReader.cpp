@@ -5,7 +5,6 @@
 #include "tqxml/writer/XmlDocElem.h"
 
 namespace Orn {
-namespace {
 
 /// Makes a tree of a parsed element. The readers differ only in the handle that is walked. The way
 /// down to the current element is kept in a list, since its length is up to the document.
@@ -18,7 +17,7 @@ class TreeBuilder {
       if (child.is_nil()) {
         path_.pop_back();
       } else {
-        XmlDoc::Elem& child_tree = path_.back().tree->add_elem(XmlDoc::Elem(child.tag()));
+        XmlDoc::Elem& child_tree = path_.back().tree->take_elem(XmlDoc::Elem(child.tag()));
         child = enter(std::move(child), child_tree);
         if (!child.is_nil()) continue;
       }
@@ -37,20 +36,18 @@ class TreeBuilder {
   Handle enter(Handle source, XmlDoc::Elem& tree) {
     Handle first_child = source.next_child();
     for (auto attr = source.next_attr(); !attr.is_nil(); attr = source.next_attr()) {
-      tree.add_attr(attr.tag(), attr.data());
+      tree.attrs.push_back(XmlDoc::Elem::attr_t{attr.tag(), attr.data()});
     }
     if (!first_child.is_nil()) {
       path_.push_back(Step{std::move(source), &tree});
     } else if (!source.is_empty()) {
-      tree.add_body(source.data(), true);
+      tree.take_unescaped(source.data());
     }
     return first_child;
   }
 
   std::vector<Step> path_;
 };
-
-}  // namespace
 
 XmlDoc::Elem::Elem(DomParser::Elem const& source) : tag(source.tag()) {
   TreeBuilder<DomParser::Elem>().build(source.restarted(), *this);

@@ -158,6 +158,10 @@ void append_escaped(TextBuffer& dest, UString const& text) {
   }
 }
 
+bool needs_escape(UString const& text) {
+  return Content::Search::find(begin_of(text), end_of(text)) != end_of(text);
+}
+
 UString XmlDoc::escape(UString const& text) {
   Unit const* const first_special = Content::Search::find(begin_of(text), end_of(text));
   if (first_special == end_of(text)) return text;

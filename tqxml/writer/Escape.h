@@ -9,6 +9,9 @@ namespace Orn {
 /// Appends to `dest` what `XmlDoc::escape(text)` gives, without a copy in between.
 void append_escaped(TextBuffer& dest, UString const& text);
 
+/// Whether `XmlDoc::escape(text)` may be another text.
+bool needs_escape(UString const& text);
+
 }  // namespace Orn
 
 #endif

@@ -1,8 +1,10 @@
 #include "tqxml/writer/XmlDocElem.h"
 
 #include <memory>
+#include <utility>
 
 #include "tqxml/writer/Decimal.h"
+#include "tqxml/writer/Escape.h"
 #include "tqxml/writer/ElemChild.h"
 
 // The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become
@@ -54,19 +56,30 @@ void XmlDoc::Elem::add_attr(XmlTag::Id id, UString const& value) {
 void XmlDoc::Elem::add_attr(XmlTag::Id id, long value) { add_attr(id, decimal(value)); }
 
 void XmlDoc::Elem::add_body(UString const& text, bool escape) {
-  if (text.empty()) return;
-  children.push_back(Ref<Child>::adopt(new Child(escape ? XmlDoc::escape(text) : text)));
+  take_text(escape ? XmlDoc::escape(text) : UString(text));
 }
 
-XmlDoc::Elem& XmlDoc::Elem::add_elem(Elem const& e) {
-  children.push_back(Ref<Child>::adopt(new Child(e)));
+// As add_body with escaping, for a text that nobody else needs.
+void XmlDoc::Elem::take_unescaped(UString&& text) {
+  take_text(needs_escape(text) ? XmlDoc::escape(text) : std::move(text));
+}
+
+void XmlDoc::Elem::take_text(UString&& text) {
+  if (text.empty()) return;
+  children.push_back(Ref<Child>::adopt(new Child(std::move(text))));
+}
+
+XmlDoc::Elem& XmlDoc::Elem::add_elem(Elem const& e) { return take_elem(Elem(e)); }
+
+XmlDoc::Elem& XmlDoc::Elem::take_elem(Elem&& e) {
+  children.push_back(Ref<Child>::adopt(new Child(std::move(e))));
   return *children.back()->elem();
 }
 
 XmlDoc::Elem& XmlDoc::Elem::add_elem(XmlTag::Id tag, UString const& body, bool escape) {
   Elem child(tag);
   child.add_body(body, escape);
-  return add_elem(child);
+  return take_elem(std::move(child));
 }
 
 }  // namespace Orn

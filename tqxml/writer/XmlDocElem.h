@@ -103,7 +103,13 @@ class TQXML_API XmlDoc::Elem {
   friend class XmlDoc;
   friend class ElemComparison;
   friend class ElemTestAccess;
+  template <class Handle>
+  friend class TreeBuilder;
   class Child;
+
+  Elem& take_elem(Elem&& e);
+  void take_unescaped(UString&& text);
+  void take_text(UString&& text);
 
   XmlTag::Id tag;
   std::vector<attr_t> attrs;
