@@ -144,7 +144,7 @@ class TQXML_API TextBuffer {
     std::swap(end_, other.end_);
     std::swap(limit_, other.limit_);
   }
-  void grow(std::size_t units);
+  [[gnu::noinline, gnu::cold]] void grow(std::size_t units);
 
   Unit* begin_ = nullptr;
   Unit* end_ = nullptr;

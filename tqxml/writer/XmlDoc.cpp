@@ -80,12 +80,14 @@ void XmlDoc::add_indent() {
   for (std::size_t depth = tags.size(); depth > 0; --depth) out.append(markup::INDENT);
 }
 
-XmlTag::Id XmlDoc::push_elem(XmlTag::Id tag, bool default_ns) {
+// What is called for every element and attribute is compiled in one piece.
+
+[[gnu::flatten]] XmlTag::Id XmlDoc::push_elem(XmlTag::Id tag, bool default_ns) {
   start_doc_or_begin_start_tag(tag, default_ns);
   return tag;
 }
 
-void XmlDoc::pop_elem(XmlTag::Id tag) { do_pop_elem(tag); }
+[[gnu::flatten]] void XmlDoc::pop_elem(XmlTag::Id tag) { do_pop_elem(tag); }
 
 void XmlDoc::do_pop_elem(XmlTag::Id tag) {
   if (tags.empty() || (tag != XmlTag::NO_TAG && tag != tags.back())) {
@@ -121,7 +123,7 @@ void XmlDoc::add_elem(XmlTag::Id tag, bool default_ns) {
   if (tags.empty()) next_state();
 }
 
-void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
+[[gnu::flatten]] void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
   if (text.empty()) {
     add_elem(tag, false);
     return;
@@ -131,14 +133,14 @@ void XmlDoc::add_elem(XmlTag::Id tag, UString const& text, bool do_escape) {
   write_end_tag(name);
 }
 
-void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
+[[gnu::flatten]] void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
   if (!start_tag_open) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_ATTRIBUTE);
   QualifiedName const qualified = qualify(name, false);
   TextBuffer::Pen pen = out.pen_for(qualified.length() + 1);
   pen.put(markup::BLANK);
   qualified.put(pen);
   out.end_at(pen);
-  add_own_declaration(qualified);
+  if (qualified.prefix.empty()) add_own_declaration(qualified);
   pen = out.pen_for(std::size_t{value.length()} + 3);
   out.end_at(pen.put(markup::VALUE_BEGIN).put(value).put(markup::VALUE_END));
 }

@@ -202,8 +202,8 @@ class TQXML_API XmlDoc {
   void check_start_tag_allowed() const;
 
   void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
-  void write_declaration();
-  QualifiedName open_root(XmlTag::Id root);
+  [[gnu::noinline]] void write_declaration();
+  [[gnu::noinline]] QualifiedName open_root(XmlTag::Id root);
   QualifiedName begin_leaf(XmlTag::Id tag, bool default_ns);
   QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
   void begin_start_tag(QualifiedName name);
@@ -212,14 +212,14 @@ class TQXML_API XmlDoc {
   void close_start_tag();
   void do_pop_elem(XmlTag::Id tag);
   void write_end_tag(QualifiedName name);
-  void add_indent();
+  [[gnu::noinline]] void add_indent();
   void add_bracketed(std::u16string_view opening, UString const& text, std::u16string_view closing);
   void begin_bracketed(std::u16string_view opening);
   void end_bracketed(std::u16string_view closing);
 
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
-  UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
-  void add_own_declaration(QualifiedName name);
+  [[gnu::noinline]] UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
+  [[gnu::noinline]] void add_own_declaration(QualifiedName name);
   void declare(UString const& uri, UString prefix);
   UString next_prefix();
   void insert_ns_decls();

@@ -58,7 +58,6 @@ UString const& XmlDoc::new_ns_prefix(XmlTag const& tag, bool default_ns) {
 
 // A name that stands without a prefix declares its namespace there and then.
 void XmlDoc::add_own_declaration(QualifiedName name) {
-  if (!name.prefix.empty()) return;
   TextBuffer::Pen pen = out.pen_for(ns_attr_length(name.tag.ns(), name.prefix));
   put_ns_attr(pen, name.tag.ns(), name.prefix);
   out.end_at(pen);

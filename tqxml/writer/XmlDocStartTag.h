@@ -57,7 +57,7 @@ inline void XmlDoc::begin_start_tag(QualifiedName name) {
   TextBuffer::Pen pen = open_start_tag(name.length());
   name.put(pen);
   out.end_at(pen);
-  add_own_declaration(name);
+  if (name.prefix.empty()) add_own_declaration(name);
   tags.push_back(name.tag.id());
 }
 
