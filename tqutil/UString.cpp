@@ -44,13 +44,6 @@ std::size_t common_beginning(UString::unit_type const* a, UString::unit_type con
   return same;
 }
 
-// A string of exactly the room that it needs, which appending would not give it.
-UString::string_type checked(UString::unit_type const* text, std::size_t length) {
-  if (length == 0) return {};
-  if (length > UString::max_length) throw std::length_error("UString is too long");
-  return {text, length};
-}
-
 unsigned int position(std::size_t found) {
   return found == UString::string_type::npos ? UString::npos : static_cast<unsigned int>(found);
 }
@@ -65,10 +58,8 @@ void* not_null(void* block) {
 
 }  // namespace
 
-UString::UString(unit_type const* text) : text_(checked(text, length_of(text))) {}
+UString::UString(unit_type const* text) : UString(text, length_of(text)) {}
 UString::UString(char16_t const* text) : UString(text, length_of(text)) {}
-UString::UString(char16_t const* text, std::size_t length)
-    : text_(checked(units_of(text), length)) {}
 UString::UString(string_type const& text) : text_(not_too_long(text)) {}
 
 UString::UString(string_type&& text) : text_(not_too_long(std::move(text))) {}

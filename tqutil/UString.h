@@ -49,7 +49,9 @@ class TQUTIL_API UString {
   UString(unit_type const* text);
   UString(char16_t const* text);
   /// A copy of the first `length` units of `text`, which may hold U+0000.
-  UString(char16_t const* text, std::size_t length);
+  UString(char16_t const* text, std::size_t length) : UString(units_of(text), length) {}
+  UString(unit_type const* text, std::size_t length)
+      : text_(length == 0 ? string_type() : string_type(text, checked_length(length))) {}
   /// A copy of a standard string of 16-bit units.
   UString(string_type const& text);
   UString(string_type&& text);
@@ -161,6 +163,10 @@ class TQUTIL_API UString {
   // The string itself sees to the room, and grows geometrically.
   void check_room_for(std::size_t more) const {
     if (more > max_length - text_.size()) raise_too_long();
+  }
+  static std::size_t checked_length(std::size_t length) {
+    if (length > max_length) raise_too_long();
+    return length;
   }
   [[noreturn]] static void raise_too_long();
 

@@ -19,7 +19,7 @@ inline xercesc::DOMNode& DomParser::Attribute::known_node(char16_t const* operat
   return *node;
 }
 
-XmlTag::Id DomParser::Attribute::tag() const {
+[[gnu::flatten]] XmlTag::Id DomParser::Attribute::tag() const {
   xercesc::DOMNode const& attribute = known_node(u"tag");
   if (tag_id == XmlTag::NO_TAG) tag_id = tags->of(attribute);
   return tag_id;
@@ -32,7 +32,7 @@ void DomParser::Attribute::match(XmlTag::Id expected) const {
   }
 }
 
-UString DomParser::Attribute::data() const {
+[[gnu::flatten]] UString DomParser::Attribute::data() const {
   xercesc::DOMNode const& attribute = known_node(u"data");
   // The parser may put the value together only now.
   return with_xerces_memory([&] { return to_ustring(attribute.getNodeValue()); });

@@ -63,7 +63,7 @@ inline DOMNode& DomParser::Elem::known_node(char16_t const* operation) const {
   return *node;
 }
 
-XmlTag::Id DomParser::Elem::tag() const {
+[[gnu::flatten]] XmlTag::Id DomParser::Elem::tag() const {
   DOMNode const& element = known_node(u"tag");
   if (tag_id == XmlTag::NO_TAG) tag_id = tags->of(element);
   return tag_id;
@@ -97,14 +97,14 @@ DomParser::Elem DomParser::Elem::opt_child(XmlTag::Id id) const {
   return candidate == nullptr ? Elem() : Elem(candidate, tags, id);
 }
 
-DomParser::Elem DomParser::Elem::next_child() {
+[[gnu::flatten]] DomParser::Elem DomParser::Elem::next_child() {
   DOMNode const& element = known_node(u"next_child");
   child_cursor = first_element_from(child_cursor != nullptr ? child_cursor->getNextSibling()
                                                             : element.getFirstChild());
   return Elem(child_cursor, tags);
 }
 
-DomParser::Attribute DomParser::Elem::next_attr() {
+[[gnu::flatten]] DomParser::Attribute DomParser::Elem::next_attr() {
   DOMNode const& element = known_node(u"next_attr");
   if (attrs == nullptr) {
     if (!element.hasAttributes()) return Attribute();
@@ -119,7 +119,7 @@ DomParser::Attribute DomParser::Elem::next_attr() {
   return Attribute();
 }
 
-UString DomParser::Elem::data() const {
+[[gnu::flatten]] UString DomParser::Elem::data() const {
   UString text;
   for (DOMNode const* part = known_node(u"data").getFirstChild(); part != nullptr;
        part = part->getNextSibling()) {

@@ -18,14 +18,16 @@ template <class E>
 }
 
 template <class E>
-[[noreturn, gnu::noinline, gnu::cold]] void raise(Catalogue::Index index, UMessage::Arg const& a1 = UMessage::Arg::nil,
-                        UMessage::Arg const& a2 = UMessage::Arg::nil) {
+[[noreturn, gnu::noinline, gnu::cold]] void raise(Catalogue::Index index,
+                                                  UMessage::Arg const& a1 = UMessage::Arg::nil,
+                                                  UMessage::Arg const& a2 = UMessage::Arg::nil) {
   raise<E>(UMessage(Catalogue::table(), index, a1, a2));
 }
 
 template <class E>
-[[noreturn, gnu::noinline, gnu::cold]] void raise(Catalogue::Index index, UMessage::Arg const& a1, UMessage::Arg const& a2,
-                        UMessage::Arg const& a3, UMessage::Arg const& a4 = UMessage::Arg::nil) {
+[[noreturn, gnu::noinline, gnu::cold]] void raise(Catalogue::Index index, UMessage::Arg const& a1,
+                                                  UMessage::Arg const& a2, UMessage::Arg const& a3,
+                                                  UMessage::Arg const& a4 = UMessage::Arg::nil) {
   UMessage::Arg const& nil = UMessage::Arg::nil;
   raise<E>(UMessage(Catalogue::table(), index, a1, a2, a3, a4, nil, nil, nil, nil, nil, nil));
 }

@@ -13,15 +13,14 @@ namespace {
 constexpr std::size_t MAX_LENGTH =
     std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(TextBuffer::Unit) - 64);
 
+// In code units: most texts of elements and attributes need no more.
+constexpr std::size_t LEAST_ROOM = 48;
+
 }  // namespace
 
 TextBuffer::TextBuffer(TextBuffer const& other) { append(other.begin_, other.length()); }
 
 TextBuffer::~TextBuffer() { std::free(begin_); }
-
-UString TextBuffer::text(std::size_t pos) const {
-  return pos == length() ? UString() : UString(UString::string_type(begin_ + pos, end_));
-}
 
 std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length()); }
 
@@ -30,7 +29,8 @@ std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length
 void TextBuffer::grow(std::size_t units) {
   std::size_t const used = length();
   if (units >= MAX_LENGTH - used) throw std::length_error("the text is too long");
-  std::size_t const wanted = std::max(used + units + 1, std::min(capacity(), MAX_LENGTH / 2) * 2);
+  std::size_t const doubled = std::max(std::min(capacity(), MAX_LENGTH / 2) * 2, LEAST_ROOM);
+  std::size_t const wanted = std::max(used + units + 1, doubled);
   void* const block = std::realloc(begin_, (wanted + Pen::BLOCK) * sizeof(Unit));
   if (block == nullptr) throw std::bad_alloc();
   begin_ = static_cast<Unit*>(block);

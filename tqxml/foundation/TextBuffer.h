@@ -135,7 +135,7 @@ class TQXML_API TextBuffer {
   void cut(std::size_t pos) noexcept { end_ = begin_ + pos; }
 
   /// What stands from `pos` on.
-  UString text(std::size_t pos = 0) const;
+  UString text(std::size_t pos = 0) const { return UString(begin_ + pos, length() - pos); }
   std::string to_utf8() const;
 
  private:

@@ -12,6 +12,12 @@
 
 namespace Orn {
 
+namespace {
+
+constexpr std::size_t USUAL_DEPTH = 16;
+
+}  // namespace
+
 SaxParser::ParserImpl::ParserImpl(std::istream* in)
     : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr), input_(in) {
   setDoNamespaces(true);
@@ -21,6 +27,7 @@ SaxParser::ParserImpl::ParserImpl(std::istream* in)
   setErrorHandler(&unused_handler_);
   // Otherwise the scanner waits for the stream while it still has an event in hand.
   setLowWaterMark(0);
+  open_elements_.reserve(USUAL_DEPTH);
 }
 
 SaxParser::ParserImpl::~ParserImpl() {
@@ -53,10 +60,10 @@ bool SaxParser::ParserImpl::scan_step() {
   return parseFirst(input_, token_);
 }
 
-void SaxParser::ParserImpl::startElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id,
-                                         Text /*prefix*/,
-                                         xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
-                                         XMLSize_t attribute_count, bool is_empty, bool is_root) {
+[[gnu::flatten]] void SaxParser::ParserImpl::startElement(
+    xercesc::XMLElementDecl const& decl, unsigned int uri_id, Text /*prefix*/,
+    xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, XMLSize_t attribute_count,
+    bool is_empty, bool is_root) {
   XmlTag::Id const tag = tags_.of_element(decl, uri_id, getScanner());
   auto element = Ref<ElemImpl>::adopt(records_->take_elem(this, tag));
   add_attributes(*element.get(), attributes, attribute_count);
@@ -79,8 +86,9 @@ void SaxParser::ParserImpl::add_attributes(ElemImpl& element,
   }
 }
 
-void SaxParser::ParserImpl::endElement(xercesc::XMLElementDecl const& /*decl*/,
-                                       unsigned int /*uri_id*/, bool /*is_root*/, Text /*prefix*/) {
+[[gnu::flatten]] void SaxParser::ParserImpl::endElement(xercesc::XMLElementDecl const& /*decl*/,
+                                                        unsigned int /*uri_id*/, bool /*is_root*/,
+                                                        Text /*prefix*/) {
   end_current();
 }
 
@@ -89,7 +97,8 @@ void SaxParser::ParserImpl::end_current() noexcept {
   open_elements_.pop_back();
 }
 
-void SaxParser::ParserImpl::docCharacters(Text text, XMLSize_t length, bool /*cdata_section*/) {
+[[gnu::flatten]] void SaxParser::ParserImpl::docCharacters(Text text, XMLSize_t length,
+                                                           bool /*cdata_section*/) {
   if (open_elements_.empty()) return;
   ElemImpl& element = *open_elements_.back().get();
   if (element.is_reachable()) element.append_text(text, length);

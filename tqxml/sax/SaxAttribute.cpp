@@ -14,7 +14,7 @@ void RefCount<SaxParser::AttributeImpl>::release(SaxParser::AttributeImpl* recor
   SaxParser::AttributeImpl::release(record);
 }
 
-SaxParser::Attribute::~Attribute() = default;
+[[gnu::flatten]] SaxParser::Attribute::~Attribute() = default;
 
 void SaxParser::Attribute::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_attribute(u"SaxParser::Attribute", name);
@@ -35,6 +35,6 @@ void SaxParser::Attribute::match(XmlTag::Id expected) const {
   }
 }
 
-UString SaxParser::Attribute::data() const { return record(u"data").data(); }
+[[gnu::flatten]] UString SaxParser::Attribute::data() const { return record(u"data").data(); }
 
 }  // namespace Orn

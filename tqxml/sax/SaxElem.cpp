@@ -14,7 +14,7 @@ void RefCount<SaxParser::ElemImpl>::release(SaxParser::ElemImpl* record) noexcep
   SaxParser::ElemImpl::release(record);
 }
 
-SaxParser::Elem::~Elem() = default;
+[[gnu::flatten]] SaxParser::Elem::~Elem() = default;
 
 void SaxParser::Elem::check_is_nil(UString const& name) const {
   if (is_nil()) raise_nil_element(u"SaxParser::Elem", name);
@@ -45,13 +45,15 @@ SaxParser::Elem SaxParser::Elem::opt_child(XmlTag::Id id) const {
   return Elem(record(u"opt_child").opt_child(id));
 }
 
-SaxParser::Elem SaxParser::Elem::next_child() { return Elem(record(u"next_child").next_child()); }
+[[gnu::flatten]] SaxParser::Elem SaxParser::Elem::next_child() {
+  return Elem(record(u"next_child").next_child());
+}
 
-SaxParser::Attribute SaxParser::Elem::next_attr() {
+[[gnu::flatten]] SaxParser::Attribute SaxParser::Elem::next_attr() {
   return Attribute(record(u"next_attr").next_attr());
 }
 
-UString SaxParser::Elem::data() const { return record(u"data").data(); }
+[[gnu::flatten]] UString SaxParser::Elem::data() const { return record(u"data").data(); }
 
 bool SaxParser::Elem::is_empty() const { return record(u"is_empty").is_empty(); }
 

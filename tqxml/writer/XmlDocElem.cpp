@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "tqxml/writer/Decimal.h"
-#include "tqxml/writer/Escape.h"
 #include "tqxml/writer/ElemChild.h"
+#include "tqxml/writer/Escape.h"
 
 // The tree itself. Comparing is in ElemComparison.cpp; how trees come from readers and become
 // markup is in ElemFromReader.cpp and XmlDocTrees.cpp.
