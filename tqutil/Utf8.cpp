@@ -82,20 +82,43 @@ std::size_t pack_ascii(Unit const* text, std::size_t length, char* bytes) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
 
-// Moves behind what has been converted, in the text and in the bytes.
-void convert_mixed(Unit const*& from, Unit const* end, char*& to) {
-  std::ptrdiff_t const length = end - from;
-  std::ptrdiff_t const limit = std::min(length, MIXED_UNITS);
+// The character that a surrogate at `from` is half of, or what stands for a lone one. Moves behind
+// it.
+char* put_surrogate(Unit const*& from, Unit const* end, char* to) {
   std::ptrdiff_t units = 0;
   std::ptrdiff_t bytes = 0;
-  while (units < limit) {
-    UChar32 character = 0;
-    U16_NEXT(from, units, length, character);
-    if (U_IS_SURROGATE(character)) character = REPLACEMENT;
-    U8_APPEND_UNSAFE(to, bytes, character);
-  }
+  UChar32 character = 0;
+  U16_NEXT(from, units, end - from, character);
+  if (U_IS_SURROGATE(character)) character = REPLACEMENT;
+  U8_APPEND_UNSAFE(to, bytes, character);
   from += units;
-  to += bytes;
+  return to + bytes;
+}
+
+// Converts a few units of whatever kind, and moves behind them.
+char* convert_mixed(Unit const*& text, Unit const* end, char* to) {
+  Unit const* from = text;
+  Unit const* const limit = from + std::min(end - from, MIXED_UNITS);
+  while (from < limit) {
+    unsigned int const unit = *from;
+    if (U16_IS_SURROGATE(unit)) {
+      to = put_surrogate(from, end, to);
+      continue;
+    }
+    ++from;
+    if (unit < 0x80) {
+      *to++ = static_cast<char>(unit);
+    } else if (unit < 0x800) {
+      *to++ = static_cast<char>(0xC0 | unit >> 6U);
+      *to++ = static_cast<char>(0x80 | (unit & 0x3F));
+    } else {
+      *to++ = static_cast<char>(0xE0 | unit >> 12U);
+      *to++ = static_cast<char>(0x80 | (unit >> 6U & 0x3F));
+      *to++ = static_cast<char>(0x80 | (unit & 0x3F));
+    }
+  }
+  text = from;
+  return to;
 }
 
 // The longest beginning of `utf8` that is not too long for ICU and cuts no well-formed sequence.
@@ -140,7 +163,7 @@ std::string utf16_to_utf8(unsigned short const* text, std::size_t length) {
       std::size_t const packed = pack_ascii(from, room, to);
       from += packed;
       to += packed;
-      convert_mixed(from, end, to);
+      to = convert_mixed(from, end, to);
     }
     bytes.append(buffer.data(), static_cast<std::size_t>(to - buffer.data()));
   }
