@@ -16,10 +16,14 @@ bool Allocations::stop_failing() {
   return failed;
 }
 
-void* Allocations::allocate(std::size_t size) {
+bool Allocations::fails_now() {
   bool const fails = until_failure_ == 0;
   if (until_failure_ != NEVER) --until_failure_;
-  void* const block = fails ? nullptr : std::malloc(size);
+  return fails;
+}
+
+void* Allocations::allocate(std::size_t size) {
+  void* const block = fails_now() ? nullptr : std::malloc(size);
   if (block == nullptr) throw std::bad_alloc();
   ++taken_;
   ++live_;
@@ -37,3 +41,12 @@ void Allocations::release(void* block) noexcept {
 void* operator new(std::size_t size) { return tests::Allocations::allocate(size); }
 void operator delete(void* block) noexcept { tests::Allocations::release(block); }
 void operator delete(void* block, std::size_t) noexcept { tests::Allocations::release(block); }
+
+#ifndef __SANITIZE_ADDRESS__
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the C library's name for its own.
+extern "C" void* __libc_realloc(void* block, std::size_t size);
+
+extern "C" void* realloc(void* block, std::size_t size) {
+  return tests::Allocations::fails_now() ? nullptr : __libc_realloc(block, size);
+}
+#endif

@@ -5,7 +5,8 @@
 
 namespace tests {
 
-/// What this program takes by the global operator new.
+/// What this program takes by the global operator new. Failures also befall realloc, by which the
+/// text of a document grows, unless a sanitizer has it.
 class Allocations {
  public:
   /// Blocks that have been taken so far, and those that have not been given back.
@@ -17,6 +18,7 @@ class Allocations {
   /// Lets none fail. Returns whether one has.
   static bool stop_failing();
 
+  static bool fails_now();
   static void* allocate(std::size_t size);
   static void release(void* block) noexcept;
 
