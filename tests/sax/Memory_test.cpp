@@ -1,6 +1,13 @@
 #include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <cstddef>
+#include <sstream>
+#include <string>
 
 #include "tests/sax/Soak.h"
+#include "tests/support/TestTags.h"
+#include "tqxml/sax/SaxParser.h"
 
 namespace tests {
 namespace {
@@ -18,6 +25,36 @@ TEST(Streaming, NeedsNoMoreMemoryForSixtyFourMebibytesThanForOne) {
 }
 
 TEST(Streaming, ReadsAllOfADocumentThatIsMadeWhileItIsRead) { EXPECT_TRUE(reads_all_of(MIB)); }
+
+std::size_t bytes_in_use() {
+  struct mallinfo2 const info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+TEST(Streaming, DoesNotKeepTheMemoryOfLargeTextsForElementsToCome) {
+  if (TQXML_SANITIZED) {
+    GTEST_SKIP() << "skipped: the sanitizer has memory of its own, and does not count it";
+  }
+  constexpr std::size_t TEXTS = 64, LENGTH = 65536;
+  std::string const large(LENGTH, 'x');
+  std::string item = "<b>";
+  for (std::size_t i = 0; i < TEXTS; ++i) item += "<c d='" + large + "'>" + large + "</c>";
+  item += "</b>";
+  std::istringstream in("<r><a/>" + item + "<e/></r>");
+  Orn::SaxParser const parser(in);
+  Orn::SaxParser::Elem root = parser.root();
+  root.next_child();
+  std::size_t const before = bytes_in_use();
+  {
+    Orn::SaxParser::Elem b = root.next_child();
+    EXPECT_EQ(b.data(), u"");
+    // All of the texts are there at the same time.
+    EXPECT_GT(bytes_in_use(), before + 2 * TEXTS * LENGTH * sizeof(char16_t));
+  }
+  EXPECT_EQ(root.next_child().tag(), testtags::e);
+  // The parser itself has grown by what it needed for one of them.
+  EXPECT_LT(bytes_in_use(), before + 8 * LENGTH * sizeof(char16_t));
+}
 
 }  // namespace
 }  // namespace tests
