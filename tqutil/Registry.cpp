@@ -52,12 +52,12 @@ std::string describe(char const* vocabulary, VocabularyEntry const& entry) {
 
 }  // namespace
 
-std::atomic<Registry*> Registry::instance_{nullptr};
+std::atomic<Registry*> Registry::existing{nullptr};
 
 Registry& Registry::make() {
   // Never destroyed: other libraries may still look tags up while the process ends.
   static Registry& registry = *new Registry;
-  instance_.store(&registry, std::memory_order_release);
+  existing.store(&registry, std::memory_order_release);
   return registry;
 }
 

@@ -19,7 +19,7 @@ namespace Orn {
 class Registry {
  public:
   static Registry& instance() {
-    Registry* const made = instance_.load(std::memory_order_acquire);
+    Registry* const made = existing.load(std::memory_order_acquire);
     return made != nullptr ? *made : make();
   }
 
@@ -75,7 +75,7 @@ class Registry {
   }
   Tag const* find_other(XmlTag::Id id) const noexcept;
 
-  static std::atomic<Registry*> instance_;
+  static std::atomic<Registry*> existing;
 
   std::unordered_map<std::int32_t, Namespace> namespaces_;
   /// Never moved, since callers hold references to entries.

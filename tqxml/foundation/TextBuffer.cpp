@@ -20,6 +20,7 @@ constexpr std::size_t LEAST_ROOM = 48;
 
 TextBuffer::TextBuffer(TextBuffer const& other) { append(other.begin_, other.length()); }
 
+// NOLINTNEXTLINE(cppcoreguidelines-no-malloc): goes with the realloc below.
 TextBuffer::~TextBuffer() { std::free(begin_); }
 
 std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length()); }
@@ -31,6 +32,7 @@ void TextBuffer::grow(std::size_t units) {
   if (units >= MAX_LENGTH - used) throw std::length_error("the text is too long");
   std::size_t const doubled = std::max(std::min(capacity(), MAX_LENGTH / 2) * 2, LEAST_ROOM);
   std::size_t const wanted = std::max(used + units + 1, doubled);
+  // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
   void* const block = std::realloc(begin_, (wanted + Pen::BLOCK) * sizeof(Unit));
   if (block == nullptr) throw std::bad_alloc();
   begin_ = static_cast<Unit*>(block);
