@@ -18,7 +18,7 @@ using Orn::Vocabulary;
 using Orn::VocabularyEntry;
 using Orn::XmlTag;
 
-constexpr std::int32_t FIRST = 41000;
+constexpr std::int32_t FIRST = 43000;
 
 /// Names of URIs and tags that differ at their beginning, in the middle, at their end and in their
 /// length alone; some names continue what a URI leaves off.
