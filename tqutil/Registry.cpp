@@ -20,7 +20,7 @@ using Word = std::uint64_t;
 Word last_word(std::string_view text) {
   Word word = 0;
   std::size_t const length = std::min(text.size(), sizeof word);
-  std::memcpy(&word, text.data() + text.size() - length, length);
+  if (length != 0) std::memcpy(&word, text.data() + text.size() - length, length);
   return word;
 }
 
@@ -147,10 +147,8 @@ std::string_view Registry::bytes_of(std::u16string_view text) noexcept {
   return {reinterpret_cast<char const*>(text.data()), text.size() * sizeof(char16_t)};
 }
 
-// The whole of the simple name, and of the URI what most likely sets it apart from others: a hash
-// over all of it would take longer than the comparison that follows.
 std::size_t Registry::NameHash::operator()(Name const& name) const noexcept {
-  return mixed(mixed(name.ns_uri.size(), last_word(name.ns_uri)), name.simple_name);
+  return mixed(mixed(0, name.ns_uri), name.simple_name);
 }
 
 }  // namespace Orn

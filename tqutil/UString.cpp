@@ -12,6 +12,11 @@
 
 #include "tqutil/Utf8.h"
 
+// With it a string has room for `least_capacity` units in itself.
+#if defined(__GLIBCXX__) && !_GLIBCXX_USE_CXX11_ABI
+#error "the strings of the old ABI are too small for UString::least_capacity"
+#endif
+
 namespace Orn {
 namespace {
 

@@ -49,9 +49,9 @@ class TQUTIL_API UString {
   UString(unit_type const* text);
   UString(char16_t const* text);
   /// A copy of the first `length` units of `text`, which may hold U+0000.
-  UString(char16_t const* text, std::size_t length) : UString(units_of(text), length) {}
-  UString(unit_type const* text, std::size_t length)
-      : text_(length == 0 ? string_type() : string_type(text, checked_length(length))) {}
+  UString(char16_t const* text, std::size_t length)
+      : text_(length == 1 ? string_type(1, *text) : copied(units_of(text), length)) {}
+  UString(unit_type const* text, std::size_t length) : text_(copied(text, length)) {}
   /// A copy of a standard string of 16-bit units.
   UString(string_type const& text);
   UString(string_type&& text);
@@ -75,7 +75,13 @@ class TQUTIL_API UString {
   UString& append(unit_type const* text);
   UString& append(char16_t const* text);
   UString& append(char16_t const* text, std::size_t length) {
-    return append(units_of(text), length);
+    return length == 1 ? append(static_cast<unit_type>(*text)) : append(units_of(text), length);
+  }
+  UString& append(unit_type const* text, std::size_t length) {
+    if (length == 0) return *this;
+    check_room_for(length);
+    text_.append(text, length);
+    return *this;
   }
   UString& append(unit_type unit);
 
@@ -150,15 +156,13 @@ class TQUTIL_API UString {
     std::unique_ptr<std::string> bytes_;
   };
 
-  // Distinct types of one representation, which strings copy as bytes.
+  // Distinct types of one representation. Nothing may be read by way of the other type; a string
+  // copies several units as bytes, and only a single one as what it is.
   static unit_type const* units_of(char16_t const* text) noexcept {
     return reinterpret_cast<unit_type const*>(text);
   }
-  UString& append(unit_type const* text, std::size_t length) {
-    if (length == 0) return *this;
-    check_room_for(length);
-    text_.append(text, length);
-    return *this;
+  static string_type copied(unit_type const* text, std::size_t length) {
+    return length == 0 ? string_type() : string_type(text, checked_length(length));
   }
   // The string itself sees to the room, and grows geometrically.
   void check_room_for(std::size_t more) const {

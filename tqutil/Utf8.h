@@ -8,7 +8,7 @@
 namespace Orn {
 
 /// `length` units of `text` in UTF-8, lone surrogates as U+FFFD. Runs of ASCII go at the speed of
-/// memory, everything else by way of ICU.
+/// memory, everything else unit by unit.
 std::string utf16_to_utf8(unsigned short const* text, std::size_t length);
 
 /// The text of `utf8`. Raises EncodingException when it is ill-formed.

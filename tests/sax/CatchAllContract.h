@@ -17,10 +17,14 @@ namespace tests {
 /// The number of the catch-all tag that programs have that include this. It changes what is found
 /// in the whole process.
 constexpr Orn::XmlTag::Id catch_all{1130};
+/// A name of its own with the local name that the catch-all tag has in another namespace.
+constexpr Orn::XmlTag::Id own_all{1131};
 
 inline Orn::VocabularyEntry const catch_all_entries[] = {
     {Orn::VocabularyEntry::NAMESPACE, 9001, "ns_all", 0, u"urn:catch:all"},
     {Orn::VocabularyEntry::CATCH_ALL, catch_all, "catch_all", 9001, u"all"},
+    {Orn::VocabularyEntry::NAMESPACE, 9002, "ns_own", 0, u"urn:catch:own"},
+    {Orn::VocabularyEntry::TAG, own_all, "own_all", 9002, u"all"},
 };
 inline Orn::Vocabulary const catch_all_vocabulary("catch_all", catch_all_entries);
 
@@ -123,9 +127,26 @@ TYPED_TEST_P(CatchAllContract, StandsForHoweverManyNames) {
   EXPECT_TRUE(root.next_child().is_nil());
 }
 
+TYPED_TEST_P(CatchAllContract, DoesNotStandForANameThatDiffersFromItsOwnByTheNamespaceAlone) {
+  std::string xml = "<r xmlns:p='urn:catch:own'>";
+  for (char first = 'a'; first <= 'z'; ++first) {
+    for (char last = 'a'; last <= 'z'; ++last) {
+      xml += std::string("<x p:") + first + last + "='v'/><x p:all='v'/>";
+    }
+  }
+  auto root = this->root_of(xml + "</r>");
+  for (int i = 0; i < 26 * 26; ++i) {
+    auto unknown = root.next_child();
+    ASSERT_EQ(unknown.next_attr().tag(), catch_all) << i;
+    auto known = root.next_child();
+    ASSERT_EQ(known.next_attr().tag(), own_all) << i;
+  }
+}
+
 REGISTER_TYPED_TEST_SUITE_P(CatchAllContract, StandsForTheElementsThatAreNotRegisteredAndNoOthers,
                             StandsForTheAttributesThatAreNotRegisteredAndNoOthers,
-                            StandsForHoweverManyNames);
+                            StandsForHoweverManyNames,
+                            DoesNotStandForANameThatDiffersFromItsOwnByTheNamespaceAlone);
 
 }  // namespace tests
 

@@ -104,7 +104,7 @@ class TQXML_API DomParser::Elem {
   Elem restarted() const noexcept { return Elem(node, tags, tag_id); }
 
   /// The tag of the element, by its namespace and local name; prefixes play no part. Looked up in
-  /// the registry once a handle.
+  /// the registry at most once a handle; the parser remembers the names that it saw last.
   XmlTag::Id tag() const;
   /// Raises TAG_MISMATCH unless the tag is `expected`.
   void match(XmlTag::Id expected) const;
@@ -165,7 +165,7 @@ class TQXML_API DomParser::Attribute {
   /// Raises NIL_ATTRIBUTE for "DomParser::Attribute::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;
 
-  /// The tag of the attribute, by its namespace and local name. Looked up once a handle. Raises
+  /// The tag of the attribute, by its namespace and local name. Looked up as for elements. Raises
   /// TagException for a name that the registry does not know.
   XmlTag::Id tag() const;
   /// Raises TAG_MISMATCH unless the tag is `expected`.

@@ -9,12 +9,12 @@
 namespace Orn {
 namespace {
 
-// The longest text: what a UString can hold, and what addresses leave room for.
+// What a text stays below: what a UString can hold, and what addresses leave room for.
 constexpr std::size_t MAX_LENGTH =
     std::min<std::size_t>(UString::max_length, PTRDIFF_MAX / sizeof(TextBuffer::Unit) - 64);
 
-// In code units: most texts of elements and attributes need no more.
-constexpr std::size_t LEAST_ROOM = 48;
+// In code units: a block of memory is no smaller for fewer.
+constexpr std::size_t LEAST_ROOM = 8;
 
 }  // namespace
 
@@ -26,7 +26,7 @@ TextBuffer::~TextBuffer() { std::free(begin_); }
 std::string TextBuffer::to_utf8() const { return UString::to_utf8(begin_, length()); }
 
 // At least doubles the room, so that a text costs time in proportion to its length. The C library
-// moves large blocks by their page table, which no allocator of C++ can do.
+// can move large blocks by their pages, which no allocator of C++ can do.
 void TextBuffer::grow(std::size_t units) {
   std::size_t const used = length();
   if (units >= MAX_LENGTH - used) throw std::length_error("the text is too long");

@@ -42,6 +42,7 @@ class SaxParser::AttributeImpl {
   }
   AttributeImpl*& next_waiting() noexcept { return previous_; }
 
+  /// Stays as long as the record, which it counts among its users.
   RecordPool* const pool_;
   unsigned int refcnt_ = 0;
   XmlTag::Id tag_ = XmlTag::NO_TAG;

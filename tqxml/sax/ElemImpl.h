@@ -66,14 +66,16 @@ class SaxParser::ElemImpl {
   void begin(ParserImpl* parser, XmlTag::Id tag) noexcept;
   void end_record() noexcept;
   void read_on();
+  /// A record that waits has no sibling.
   ElemImpl*& next_waiting() noexcept { return next_sibling_; }
 
+  /// Stays as long as the record, which it counts among its users.
   RecordPool* const pool_;
   ParserImpl* parser_ = nullptr;
   unsigned int refcnt_ = 0;
   XmlTag::Id tag_ = XmlTag::NO_TAG;
   bool has_children_ = false;
-  bool open_ = true;
+  bool open_ = false;
   bool next_child_used_ = false;
   RecordText data_;
   /// The children that have not been given away, in document order.

@@ -40,7 +40,7 @@ Record* SaxParser::RecordPool::take_from(Waiting<Record>& waiting) {
     record = new Record(this);
   } else {
     waiting.first = std::exchange(record->next_waiting(), nullptr);
-    ++waiting.places;
+    ++waiting.free_places;
   }
   retain(this);
   return record;
@@ -48,10 +48,10 @@ Record* SaxParser::RecordPool::take_from(Waiting<Record>& waiting) {
 
 template <class Record>
 void SaxParser::RecordPool::give_back_to(Waiting<Record>& waiting, Record* record) noexcept {
-  if (waiting.places == 0) {
+  if (waiting.free_places == 0) {
     delete record;
   } else {
-    --waiting.places;
+    --waiting.free_places;
     record->next_waiting() = std::exchange(waiting.first, record);
   }
   release(this);
@@ -59,7 +59,7 @@ void SaxParser::RecordPool::give_back_to(Waiting<Record>& waiting, Record* recor
 
 template <class Record>
 void SaxParser::RecordPool::close(Waiting<Record>& waiting) noexcept {
-  waiting.places = 0;
+  waiting.free_places = 0;
   while (waiting.first != nullptr) {
     Record* const record = waiting.first;
     waiting.first = record->next_waiting();

@@ -33,14 +33,15 @@ class SaxParser::RecordPool {
   void close() noexcept;
 
  private:
+  /// More than a walk that drops what it has seen needs at once, as deep as documents usually are.
+  static constexpr unsigned int MOST_WAITING = 32;
+
   /// Records that wait, linked by a member of theirs, `next_waiting`.
   template <class Record>
   struct Waiting {
     Record* first = nullptr;
-    unsigned int places = MOST_WAITING;
+    unsigned int free_places = MOST_WAITING;
   };
-
-  static constexpr unsigned int MOST_WAITING = 32;
 
   RecordPool() = default;
   ~RecordPool() { close(); }

@@ -30,10 +30,11 @@ namespace Orn {
 /// What reading forward means: `child` and `opt_child` keep what they read past, `data` reads and
 /// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
 /// caller who walks with `next_child` and drops each child before taking the next: the open
-/// elements, with the text directly inside of them, which `data` gives, and the largest single
-/// item. The stream is read in pieces of at most 1024 bytes, each awaited whole unless the stream
-/// ends, and the step that delivers the root's end tag reads on to the end of the stream, since
-/// nothing but comments, instructions and white space may follow.
+/// elements, with the text directly inside of them, which `data` gives, the largest single item,
+/// and some tens of KiB for records that wait to be used again. The stream is read in pieces of at
+/// most 1024 bytes, each awaited whole unless the stream ends, and the step that delivers the
+/// root's end tag reads on to the end of the stream, since nothing but comments, instructions and
+/// white space may follow.
 ///
 /// Handles share counted records: one stays valid after its element has ended, after the parser has
 /// gone on, and after the parser is gone; only asking for more input raises NOT_VALID_STREAM then.
@@ -45,7 +46,8 @@ namespace Orn {
 /// `error_text`; the end of the stream; a parser that has failed before) or PARSER_ERROR (an error
 /// that the parser does not take for fatal; none is known without validation), RuntimeException
 /// BAD_READ (the stream went bad), TagException (a name that the registry does not know),
-/// std::bad_alloc and whatever the stream itself throws. After any of them the parse is over: what
+/// std::bad_alloc, std::length_error (a text too long for a UString) and whatever the stream itself
+/// throws. After any of them the parse is over: what
 /// has been read stays readable, and asking for more raises NOT_VALID_STREAM.
 class TQXML_API SaxParser {
  public:

@@ -49,13 +49,16 @@ XmlTag::Id SaxParser::TagCache::of_attribute(xercesc::XMLAttr const& attribute,
   if (first.is(uri_id, name.text, name.length)) return first.tag->id();
   Attribute& second = attributes_[place ^ 1U];
   if (second.is(uri_id, name.text, name.length)) return second.tag->id();
+  // Declarations never get into a place.
   if (is_namespace_declaration(attribute, scanner)) return XmlTag::NO_TAG;
-  Attribute const found{&lookup(scanner.getURIText(uri_id), attribute.getName()), uri_id};
-  second = std::exchange(first, found);
-  return found.tag->id();
+  XMLCh const* const ns_uri = scanner.getURIText(uri_id);
+  XmlTag const& tag = lookup(ns_uri, name.text);
+  // Nor does the catch-all tag, whose name is not the one that it stands for.
+  bool const is_catch_all = tag.simple_name() != name.text || tag.ns() != ns_uri;
+  if (!is_catch_all) second = std::exchange(first, Attribute{&tag, uri_id});
+  return tag.id();
 }
 
-// A name for which the catch-all tag stands is another than that of the tag, and never found here.
 bool SaxParser::TagCache::Attribute::is(unsigned int wanted_uri_id, XMLCh const* name,
                                         std::size_t length) const noexcept {
   return tag != nullptr && uri_id == wanted_uri_id && tag->simple_name().length() == length &&

@@ -13,7 +13,8 @@ namespace Orn {
 
 /// The tags of names as the scanner reports them. A document has few names and has them again and
 /// again: those that were seen last are found by what the scanner knows them by, the others in the
-/// registry.
+/// registry. For elements that is a declaration, which stays where it is; the names of attributes
+/// have no lasting place, and are compared.
 class SaxParser::TagCache {
  public:
   /// Both raise TagException for a name that the registry does not know. `scanner` must be the same

@@ -6,8 +6,9 @@
 
 namespace Orn {
 
-/// Makes a tree of a parsed element. The readers differ only in the handle that is walked. The way
-/// down to the current element is kept in a list, since its length is up to the document.
+/// Makes a tree of a parsed element, as a friend of the tree. The readers differ only in the handle
+/// that is walked. The way down to the current element is kept in a list, since its length is up to
+/// the document.
 template <class Handle>
 class TreeBuilder {
  public:

@@ -14,7 +14,7 @@ namespace {
 using Unit = UString::unit_type;
 using Entity = std::u16string_view;
 
-// Tells the compiler how little there is to copy.
+// Tells the compiler how little there is to copy: "&quot;".
 constexpr std::size_t LONGEST_ENTITY = 6;
 
 // What a CDATA section adds to a text.
@@ -76,7 +76,8 @@ bool holds_cdata_end(UString const& text) {
   return place != end;
 }
 
-/// What entities would add to a text, in code units, and whether a CDATA section can hold it.
+/// What entities would add to a text, in code units, as far as that matters: where a CDATA section
+/// would not be longer it is only known that it is not, and whether one is possible.
 struct Growth {
   std::size_t units = 0;
   bool may_wrap = true;

@@ -1,7 +1,6 @@
 #include "tqxml/writer/NamespaceTable.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace Orn {
@@ -15,8 +14,11 @@ void NamespaceTable::add(UString const& uri, UString prefix) {
   answers_.forget();
   Declaration added{&uri, std::move(prefix)};
   if (many_.empty() && add_to_few(added)) return;
-  std::move(few_.begin(), few_.begin() + few_count_, std::inserter(many_, many_.end()));
-  few_count_ = 0;
+  if (many_.empty()) {
+    std::set<Declaration> all(few_.begin(), few_.begin() + few_count_);
+    many_.swap(all);
+    few_count_ = 0;
+  }
   many_.insert(std::move(added));
 }
 

@@ -34,7 +34,7 @@ class OpenElements {
   }
 
  private:
-  std::array<XmlTag::Id, 8> outer_;
+  std::array<XmlTag::Id, 8> outer_{};
   std::vector<XmlTag::Id> inner_;
   std::size_t size_ = 0;
 };

@@ -35,7 +35,7 @@ void XmlDoc::start_doc(XmlTag::Id root) {
   }
 }
 
-// As add_xml_decl would.
+// What add_xml_decl writes for "UTF-8", and leaves: it counts as a start tag that is complete.
 void XmlDoc::write_declaration() {
   out.make_room(start_tag::ROOM);
   next_state();

@@ -36,11 +36,13 @@ inline void XmlDoc::close_start_tag() {
   start_tag_open = false;
 }
 
-// Writes up to the "<", and gives a pen for that many units more.
+// Puts everything up to the "<", and gives the pen for that many units more. Nothing may be raised
+// until the caller has given it to `end_at`, for the document counts the start tag as open already.
 inline TextBuffer::Pen XmlDoc::open_start_tag(std::size_t units) {
   check_start_tag_allowed();
-  if (out.spare_room() < start_tag::LEAST_SPARE_ROOM)
+  if (out.spare_room() < start_tag::LEAST_SPARE_ROOM) {
     out.make_room(out.spare_room() + start_tag::ROOM);
+  }
   if (indented) {
     close_start_tag();
     add_indent();
