@@ -1,6 +1,5 @@
 #include "tqutil/Registry.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -16,26 +15,25 @@ bool is_small(std::int32_t number) { return number >= 0 && number < SMALL_NUMBER
 
 using Word = std::uint64_t;
 
-// The last bytes of a text, or all of it where it is shorter.
-Word last_word(std::string_view text) {
-  Word word = 0;
-  std::size_t const length = std::min(text.size(), sizeof word);
-  if (length != 0) std::memcpy(&word, text.data() + text.size() - length, length);
-  return word;
-}
-
-std::size_t mixed(std::size_t so_far, Word word) {
+Word mixed(Word so_far, Word word) {
   // The golden ratio of 2^64 spreads what differs little over the upper half.
-  Word const spread = (so_far + word) * 0x9E3779B97F4A7C15U;
-  return static_cast<std::size_t>(spread ^ (spread >> 32U));
+  Word const spread = (so_far ^ word) * 0x9E3779B97F4A7C15U;
+  return spread ^ (spread >> 32U);
 }
 
-std::size_t mixed(std::size_t so_far, std::string_view text) {
-  std::size_t hash = so_far + text.size();
-  for (; text.size() > sizeof(Word); text.remove_prefix(sizeof(Word))) {
-    hash = mixed(hash, last_word(text.substr(0, sizeof(Word))));
+Word mixed(Word so_far, std::string_view text) {
+  Word hash = so_far + text.size();
+  char const* from = text.data();
+  std::size_t left = text.size();
+  Word word = 0;
+  for (; left >= sizeof word; left -= sizeof word, from += sizeof word) {
+    std::memcpy(&word, from, sizeof word);
+    hash = mixed(hash, word);
   }
-  return mixed(hash, last_word(text));
+  if (left == 0) return hash;
+  word = 0;
+  std::memcpy(&word, from, left);
+  return mixed(hash, word);
 }
 
 // A vocabulary that contradicts another is an error in the program, which must not get as far as
@@ -148,7 +146,7 @@ std::string_view Registry::bytes_of(std::u16string_view text) noexcept {
 }
 
 std::size_t Registry::NameHash::operator()(Name const& name) const noexcept {
-  return mixed(mixed(0, name.ns_uri), name.simple_name);
+  return static_cast<std::size_t>(mixed(mixed(0, name.ns_uri), name.simple_name));
 }
 
 }  // namespace Orn

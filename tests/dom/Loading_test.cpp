@@ -2,6 +2,7 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "tests/dom/DomReader.h"
 #include "tests/support/Raises.h"
@@ -53,6 +54,13 @@ TEST(DomParser, TakesACopyOfTheText) {
   DomParser parser(text);
   text = "<b/>";
   EXPECT_EQ(parser.root().tag(), tag::a);
+}
+
+TEST(DomParser, TakesOverATextThatIsGivenAway) {
+  std::string text = "<r><a>a text that is too long to be kept in the string itself</a></r>";
+  DomParser parser(std::move(text));
+  text = "<b/>";
+  EXPECT_EQ(parser.root().tag(), tag::r);
 }
 
 TEST(DomParser, GivesANewHandleOnTheSameElementEachTimeItsRootIsAskedFor) {

@@ -1,5 +1,6 @@
 #include "tqxml/dom/DomParser.h"
 
+#include <utility>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
@@ -44,7 +45,9 @@ constexpr char SYSTEM_ID[] = "some-fake-system-id???";
 
 DomParser::DomParser() : DomParser(std::string()) {}
 
-DomParser::DomParser(std::string const& text) : xml_doc_text(text) {
+DomParser::DomParser(std::string const& text) : DomParser(std::string(text)) {}
+
+DomParser::DomParser(std::string&& text) : xml_doc_text(std::move(text)) {
   check_xerces_started(g_initialized_ok);
   parser = new_parser();
 }

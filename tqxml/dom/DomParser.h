@@ -45,6 +45,8 @@ class TQXML_API DomParser {
   DomParser();
   /// A parser on a copy of `text`. It is not parsed yet.
   explicit DomParser(std::string const& text);
+  /// The same without a copy.
+  explicit DomParser(std::string&& text);
   /// A parser on the text of a closed document, as `XmlDoc::byte_array()` gives it. Raises what
   /// `XmlDoc::str()` raises.
   explicit DomParser(XmlDoc const& doc);

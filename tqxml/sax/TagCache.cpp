@@ -17,6 +17,10 @@ bool is_namespace_declaration(xercesc::XMLAttr const& attribute,
           xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
 }
 
+bool same(UString const& text, std::u16string_view other) {
+  return text.length() == other.size() && std::equal(other.begin(), other.end(), text.data());
+}
+
 /// A name, measured and mixed in one go.
 struct MeasuredName {
   explicit MeasuredName(XMLCh const* name) : text(name) {
@@ -51,18 +55,18 @@ XmlTag::Id SaxParser::TagCache::of_attribute(xercesc::XMLAttr const& attribute,
   if (second.is(uri_id, name.text, name.length)) return second.tag->id();
   // Declarations never get into a place.
   if (is_namespace_declaration(attribute, scanner)) return XmlTag::NO_TAG;
-  XMLCh const* const ns_uri = scanner.getURIText(uri_id);
-  XmlTag const& tag = lookup(ns_uri, name.text);
+  std::u16string_view const ns_uri = view(scanner.getURIText(uri_id));
+  XmlTag const& tag = XmlTag::lookup(ns_uri, {name.text, name.length});
   // Nor does the catch-all tag, whose name is not the one that it stands for.
-  bool const is_catch_all = tag.simple_name() != name.text || tag.ns() != ns_uri;
-  if (!is_catch_all) second = std::exchange(first, Attribute{&tag, uri_id});
+  bool const is_its_own =
+      same(tag.simple_name(), {name.text, name.length}) && same(tag.ns(), ns_uri);
+  if (is_its_own) second = std::exchange(first, Attribute{&tag, uri_id});
   return tag.id();
 }
 
 bool SaxParser::TagCache::Attribute::is(unsigned int wanted_uri_id, XMLCh const* name,
                                         std::size_t length) const noexcept {
-  return tag != nullptr && uri_id == wanted_uri_id && tag->simple_name().length() == length &&
-         std::equal(name, name + length, tag->simple_name().data());
+  return tag != nullptr && uri_id == wanted_uri_id && same(tag->simple_name(), {name, length});
 }
 
 }  // namespace Orn
