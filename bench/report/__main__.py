@@ -33,7 +33,7 @@ def _parser() -> argparse.ArgumentParser:
     tables.set_defaults(command=show_tables)
 
     whole = commands.add_parser("document", help="all tables, shown and put into a document")
-    whole.add_argument("json", type=Path)
+    whole.add_argument("json", type=Path, nargs="+")
     whole.add_argument("--memory", type=Path, required=True, help="what the program memory printed")
     whole.add_argument("--build", type=Path, required=True, help="the folder of the build")
     whole.add_argument("--sysroot", type=Path, default=Path("/"), help="where its libraries are")
@@ -58,7 +58,7 @@ def show_tables(arguments: argparse.Namespace) -> int:
 
 def write_document(arguments: argparse.Namespace) -> int:
     """Fails when a goal is missed."""
-    run = results.read(arguments.json)
+    run = results.read(*arguments.json)
     used = memory.parse(arguments.memory.read_text(encoding="utf-8"))
     outcomes = evaluate(run, used)
     facts = machine.describe(run.context, arguments.build, arguments.sysroot)

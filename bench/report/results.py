@@ -86,10 +86,11 @@ def _rank(column: str) -> int:
     return int(number[0]) if number else 0
 
 
-def read(path: Path) -> Results:
-    with path.open(encoding="utf-8") as file:
-        run = json.load(file)
-    return Results(_medians(run["benchmarks"]), run["context"])
+def read(*paths: Path) -> Results:
+    """One run, which may have been made in parts."""
+    parts = [json.loads(path.read_text(encoding="utf-8")) for path in paths]
+    rows = [row for part in parts for row in part["benchmarks"]]
+    return Results(_medians(rows), parts[0]["context"])
 
 
 def _medians(rows: Iterable[dict[str, Any]]) -> dict[Name, Measured]:
