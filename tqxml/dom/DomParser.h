@@ -45,7 +45,7 @@ class TQXML_API DomParser {
   DomParser();
   /// A parser on a copy of `text`. It is not parsed yet.
   explicit DomParser(std::string const& text);
-  /// The same without a copy.
+  /// The same without a copy: what is left in `text` is not specified.
   explicit DomParser(std::string&& text);
   /// A parser on the text of a closed document, as `XmlDoc::byte_array()` gives it. Raises what
   /// `XmlDoc::str()` raises.

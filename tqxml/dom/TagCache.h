@@ -18,8 +18,9 @@ class DomParser::TagCache {
   XmlTag::Id of(xercesc::DOMNode const& node) {
     Name const name{node.getNamespaceURI(), node.getLocalName()};
     Answer& answer = answers_[name.place() % answers_.size()];
-    if (answer.tag == XmlTag::NO_TAG || answer.name != name)
+    if (answer.tag == XmlTag::NO_TAG || answer.name != name) {
       answer = {name, lookup(name.ns_uri, name.local_name).id()};
+    }
     return answer.tag;
   }
 

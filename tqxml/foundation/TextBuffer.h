@@ -101,7 +101,8 @@ class TQXML_API TextBuffer {
   }
   void end_at(Pen const& pen) noexcept { end_ = pen.to_; }
 
-  /// There is always room for one unit more, so that a pen has a place even for the empty text.
+  /// Raises as `pen_for` does, and leaves the text as it was. There is always room for one unit
+  /// more, so that a pen has a place even for the empty text.
   void make_room(std::size_t units) {
     if (units >= spare_room()) grow(units);
   }

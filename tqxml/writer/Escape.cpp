@@ -1,7 +1,6 @@
 #include "tqxml/writer/Escape.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <string_view>
 
 #include "tqxml/writer/MarkupText.h"
