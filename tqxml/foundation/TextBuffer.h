@@ -59,8 +59,11 @@ class TQXML_API TextBuffer {
     /// Puts a text up to the first unit that `Search`, a UnitSearch, looks for, and gives its
     /// place.
     template <class Search>
-    Unit const* put_until(Unit const* from, Unit const* end) noexcept {
-      Unit const* const place = Search::copy_until(from, end, to_);
+    Unit const* put_until(UString const& text) noexcept {
+      Unit const* const from = text.data();
+      Unit const* const end = from + text.length();
+      Unit const* const place = text.length() < BLOCK ? Search::copy_short_until(from, end, to_)
+                                                      : Search::copy_until(from, end, to_);
       to_ += place - from;
       return place;
     }

@@ -21,7 +21,7 @@ UString decimal(Integer value, std::u16string_view before = {}) {
   std::array<UString::unit_type, 2 + digits.size()> units;
   auto* const place = std::copy(before.begin(), before.end(), units.data());
   auto* const units_end = std::copy<char const*>(digits.data(), end, place);
-  return UString(UString::string_type(units.data(), units_end));
+  return UString(units.data(), static_cast<std::size_t>(units_end - units.data()));
 }
 
 }  // namespace Orn

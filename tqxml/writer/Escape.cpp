@@ -150,12 +150,16 @@ void append_special(Dest& dest, UString const& text, Unit const* first_special) 
 // Most texts hold nothing special, and are copied while they are searched.
 void append_escaped(TextBuffer& dest, UString const& text) {
   TextBuffer::Pen pen = dest.pen_for(text.length());
-  Unit const* const first_special = pen.put_until<Content::Search>(begin_of(text), end_of(text));
+  Unit const* const first_special = pen.put_until<Content::Search>(text);
   if (first_special == end_of(text)) {
     dest.end_at(pen);
   } else {
     append_special(dest, text, first_special);
   }
+}
+
+bool put_if_plain(TextBuffer::Pen& pen, UString const& text) {
+  return pen.put_until<Content::Search>(text) == end_of(text);
 }
 
 bool needs_escape(UString const& text) {

@@ -10,33 +10,50 @@ bool NamespaceTable::Declaration::operator<(Declaration const& other) const noex
   return uris < 0 || (uris == 0 && prefix < other.prefix);
 }
 
-void NamespaceTable::add(UString const& uri, UString prefix) {
-  answers_.forget();
+// Most tables are filled in order. What is behind all others moves none of them, and is the first
+// prefix of no namespace that had one.
+UString const& NamespaceTable::add(UString const& uri, UString prefix) {
   Declaration added{&uri, std::move(prefix)};
-  if (many_.empty() && add_to_few(added)) return;
-  if (many_.empty()) {
-    std::set<Declaration> all(few_.begin(), few_.begin() + few_count_);
-    many_.swap(all);
-    few_count_ = 0;
-  }
-  many_.insert(std::move(added));
+  if (!goes_behind_few(added)) return insert(std::move(added));
+  few_[few_count_] = std::move(added);
+  return few_[few_count_++].prefix;
 }
 
-// Whether there was a place.
-bool NamespaceTable::add_to_few(Declaration& added) {
+// Whether it can stand behind the few, in order and with a place.
+bool NamespaceTable::goes_behind_few(Declaration const& added) const {
+  if (few_count_ == 0) return many_.empty();
+  return few_count_ < few_.size() && few_[few_count_ - 1] < added;
+}
+
+UString const& NamespaceTable::insert(Declaration&& added) {
+  answers_.forget();
+  if (few_count_ != 0) {
+    auto* const end = few_.begin() + few_count_;
+    auto* const place = std::lower_bound(few_.begin(), end, added);
+    if (place != end && !(added < *place)) return place->prefix;
+    if (end != few_.end()) return insert_among_few(place, std::move(added));
+    move_few_to_many();
+  }
+  return many_.insert(std::move(added)).first->prefix;
+}
+
+UString const& NamespaceTable::insert_among_few(Declaration* place, Declaration&& added) {
   auto* const end = few_.begin() + few_count_;
-  auto* const place = std::lower_bound(few_.begin(), end, added);
-  if (place != end && !(added < *place)) return true;
-  if (end == few_.end()) return false;
   std::move_backward(place, end, end + 1);
   *place = std::move(added);
   ++few_count_;
-  return true;
+  return place->prefix;
+}
+
+void NamespaceTable::move_few_to_many() {
+  std::set<Declaration> all(few_.begin(), few_.begin() + few_count_);
+  many_.swap(all);
+  few_count_ = 0;
 }
 
 UString const* NamespaceTable::find(UString const& uri) const {
   for (std::size_t i = 0; i < few_count_; ++i) {
-    if (*few_[i].uri == uri) return &few_[i].prefix;
+    if (few_[i].uri == &uri || *few_[i].uri == uri) return &few_[i].prefix;
   }
   if (many_.empty()) return nullptr;
   // The empty prefix sorts before all others.

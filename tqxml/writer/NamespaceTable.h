@@ -33,8 +33,8 @@ class TQXML_API NamespaceTable {
     }
     return answer.prefix;
   }
-  /// Enters a prefix for a URI of the registry, unless it is there.
-  void add(UString const& uri, UString prefix);
+  /// Enters a prefix for a URI of the registry, unless it is there. Returns the one in the table.
+  UString const& add(UString const& uri, UString prefix);
 
   /// Visits all declarations by URI and then by prefix, in code-unit order.
   template <class Visit>
@@ -71,8 +71,11 @@ class TQXML_API NamespaceTable {
     std::array<Answer, 4> answers_;
   };
 
-  UString const* find(UString const& uri) const;
-  bool add_to_few(Declaration& added);
+  [[gnu::noinline]] UString const* find(UString const& uri) const;
+  bool goes_behind_few(Declaration const& added) const;
+  UString const& insert(Declaration&& added);
+  UString const& insert_among_few(Declaration* place, Declaration&& added);
+  void move_few_to_many();
 
   /// In order. Most documents have no more than these, which take no memory of their own; where
   /// there are more, all are in `many_`.

@@ -37,6 +37,15 @@ class UnitSearch {
     return from;
   }
 
+  /// As `copy_until`, for a text of less than a block, of which a whole block can be read and for
+  /// which there is room for a block.
+  static Unit const* copy_short_until(Unit const* from, Unit const* end, Unit* to) noexcept {
+#ifdef TQXML_SEARCH_WITH_SSE2
+    if (has_sse2()) return copy_part_of_block(from, end, to);
+#endif
+    return copy_until(from, end, to);
+  }
+
   static Unit const* find_singly(Unit const* from, Unit const* end) noexcept {
     while (from != end && !((*from == WANTED) || ...)) ++from;
     return from;
@@ -75,6 +84,12 @@ class UnitSearch {
     // The last block may overlap the one before.
     int const mask = copy_block(end - BLOCK, to - (BLOCK - (end - from)));
     return mask == 0 ? end : end - BLOCK + first(mask);
+  }
+
+  [[gnu::target("sse2")]] static Unit const* copy_part_of_block(Unit const* from, Unit const* end,
+                                                                Unit* to) noexcept {
+    unsigned int const behind = ~0U << static_cast<unsigned int>(2 * (end - from));
+    return from + first(copy_block(from, to) | static_cast<int>(behind));
   }
 
   [[gnu::target("sse2")]] static int copy_block(Unit const* from, Unit* to) noexcept {

@@ -128,6 +128,36 @@ void XmlDoc::add_elem(XmlTag::Id tag, bool default_ns) {
     add_elem(tag, false);
     return;
   }
+  if (state == DOC_ROOT_OPEN) {
+    QualifiedName const name = qualify(tag, false);
+    if (put_leaf_at_once(name, text, do_escape)) return;
+  }
+  write_leaf(tag, text, do_escape);
+}
+
+// Most leaves have a prefix, and a text that stays as it is. Of what is put here nothing counts
+// until all of it is there. The result is false when it has to be written step by step.
+bool XmlDoc::put_leaf_at_once(QualifiedName name, UString const& text, bool do_escape) {
+  std::size_t const markup_units = 2 * name.length() + 6;
+  std::size_t const units = std::max(markup_units + text.length(), start_tag::LEAST_SPARE_ROOM);
+  if (indented || name.prefix.empty() || out.spare_room() <= units) return false;
+  TextBuffer::Pen pen = out.pen_for(units);
+  if (start_tag_open) pen.put(markup::START_TAG_END);
+  name.put(pen.put(markup::START_TAG_BEGIN));
+  pen.put(markup::START_TAG_END);
+  if (!do_escape) {
+    pen.put(text);
+  } else if (!put_if_plain(pen, text)) {
+    return false;
+  }
+  name.put(pen.put(markup::END_TAG_BEGIN));
+  out.end_at(pen.put(markup::END_TAG_END));
+  start_tag_open = false;
+  after_start_tag = false;
+  return true;
+}
+
+void XmlDoc::write_leaf(XmlTag::Id tag, UString const& text, bool do_escape) {
   QualifiedName const name = begin_leaf(tag, false);
   append_elem_body(text, do_escape);
   write_end_tag(name);
@@ -136,12 +166,14 @@ void XmlDoc::add_elem(XmlTag::Id tag, bool default_ns) {
 [[gnu::flatten]] void XmlDoc::add_attr(XmlTag::Id name, UString const& value) {
   if (!start_tag_open) raise<StateException>(Catalogue::NO_OPEN_ELEMENT_FOR_ATTRIBUTE);
   QualifiedName const qualified = qualify(name, false);
-  TextBuffer::Pen pen = out.pen_for(qualified.length() + 1);
-  pen.put(markup::BLANK);
-  qualified.put(pen);
-  out.end_at(pen);
-  if (qualified.prefix.empty()) add_own_declaration(qualified);
-  pen = out.pen_for(std::size_t{value.length()} + 3);
+  std::size_t const value_units = std::size_t{value.length()} + 3;
+  TextBuffer::Pen pen = out.pen_for(qualified.length() + 1 + value_units);
+  qualified.put(pen.put(markup::BLANK));
+  if (qualified.prefix.empty()) {
+    out.end_at(pen);
+    add_own_declaration(qualified);
+    pen = out.pen_for(value_units);
+  }
   out.end_at(pen.put(markup::VALUE_BEGIN).put(value).put(markup::VALUE_END));
 }
 

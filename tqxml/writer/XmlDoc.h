@@ -210,6 +210,8 @@ class TQXML_API XmlDoc {
   bool begin_tree(Elem const& e, bool default_ns);
   TextBuffer::Pen open_start_tag(std::size_t units);
   void close_start_tag();
+  bool put_leaf_at_once(QualifiedName name, UString const& text, bool do_escape);
+  [[gnu::noinline]] void write_leaf(XmlTag::Id tag, UString const& text, bool do_escape);
   void do_pop_elem(XmlTag::Id tag);
   void write_end_tag(QualifiedName name);
   [[gnu::noinline]] void add_indent();
@@ -220,7 +222,7 @@ class TQXML_API XmlDoc {
   QualifiedName qualify(XmlTag::Id tag, bool default_ns);
   [[gnu::noinline]] UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
   [[gnu::noinline]] void add_own_declaration(QualifiedName name);
-  void declare(UString const& uri, UString prefix);
+  UString const& declare(UString const& uri, UString prefix);
   UString next_prefix();
   void insert_ns_decls();
 

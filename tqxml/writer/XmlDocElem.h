@@ -110,6 +110,7 @@ class TQXML_API XmlDoc::Elem {
   Elem& take_elem(Elem&& e);
   void take_unescaped(UString&& text);
   void take_text(UString&& text);
+  UString const* only_text() const noexcept;
 
   XmlTag::Id tag;
   std::vector<attr_t> attrs;

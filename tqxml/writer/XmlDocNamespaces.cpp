@@ -31,11 +31,12 @@ void put_ns_attr(TextBuffer::Pen& pen, UString const& uri, UString const& prefix
 void XmlDoc::add_ns(XmlTag::NsId ns, UString const& prefix) { declare(XmlTag::ns_URI(ns), prefix); }
 
 // The prefix is recorded first, and stays recorded.
-void XmlDoc::declare(UString const& uri, UString prefix) {
-  ns_decls.add(uri, std::move(prefix));
+UString const& XmlDoc::declare(UString const& uri, UString prefix) {
+  UString const& declared = ns_decls.add(uri, std::move(prefix));
   if (root_tag != XmlTag::NO_TAG && ns_insert_pos == 0) {
     raise<StateException>(Catalogue::NAMESPACE_AFTER_OUTPUT);
   }
+  return declared;
 }
 
 void XmlDoc::add_ns(XmlTag::NsId ns) {
@@ -52,8 +53,7 @@ UString XmlDoc::next_prefix() {
 // namespace themselves, empty.
 UString const& XmlDoc::new_ns_prefix(XmlTag const& tag, bool default_ns) {
   if (default_ns) return no_prefix;
-  declare(tag.ns(), next_prefix());
-  return *ns_decls.prefix_of(tag);
+  return declare(tag.ns(), next_prefix());
 }
 
 // A name that stands without a prefix declares its namespace there and then.

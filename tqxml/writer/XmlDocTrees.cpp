@@ -38,16 +38,25 @@ void XmlDoc::add_elem(Elem const& e, bool default_ns) {
   }
 }
 
-// Writes an element of a tree up to its children. Without attributes and children that is all of
-// it, and the result is false.
+// Writes an element of a tree up to its children. A leaf is written whole, and the result is false.
 bool XmlDoc::begin_tree(Elem const& e, bool default_ns) {
   if (e.attrs.empty() && e.children.empty()) {
     add_elem(e.tag, default_ns);
     return false;
   }
+  if (UString const* const text = e.only_text();
+      text != nullptr && !text->empty() && state == DOC_ROOT_OPEN && !default_ns) {
+    add_elem(e.tag, *text, false);
+    return false;
+  }
   push_elem(e.tag, default_ns);
   for (Elem::attr_t const& attr : e.attrs) add_attr(attr.id, attr.value);
   return true;
+}
+
+// Null where there is more than a text, or none.
+UString const* XmlDoc::Elem::only_text() const noexcept {
+  return attrs.empty() && children.size() == 1 ? children.front()->text() : nullptr;
 }
 
 UString XmlDoc::str(Elem const& e) {
