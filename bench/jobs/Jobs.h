@@ -32,12 +32,14 @@ void register_growth();
 /// Throws std::runtime_error for `who` unless it holds.
 void expect(bool right, std::string const& who);
 
-/// The benchmark `job/contender/size` that calls `work(made)` again and again, where `make()` is
-/// called before the time counts. `bytes(made)` is how much one call deals with.
+/// The benchmark `job/contender/size` that calls `work(made)` again and again. `make()` is called
+/// before the time counts, and `work(made)` once, for what is slow the first time. `bytes(made)` is
+/// how much one call deals with.
 template <class Make, class Work, class Bytes>
 void register_work(std::string const& name, Make make, Work work, Bytes bytes) {
   auto const run = [=](benchmark::State& state) {
     decltype(auto) made = make();
+    benchmark::DoNotOptimize(work(made));
     for (auto _ : state) benchmark::DoNotOptimize(work(made));
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
                             static_cast<std::int64_t>(bytes(made)));

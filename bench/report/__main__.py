@@ -29,11 +29,11 @@ def _parser() -> argparse.ArgumentParser:
     commands = parser.add_subparsers(required=True)
 
     tables = commands.add_parser("tables", help="the tables of a part of the benchmarks")
-    tables.add_argument("json", type=Path)
+    tables.add_argument("rounds", type=Path, help="the folder of what was measured")
     tables.set_defaults(command=show_tables)
 
     whole = commands.add_parser("document", help="all tables, shown and put into a document")
-    whole.add_argument("json", type=Path, nargs="+")
+    whole.add_argument("rounds", type=Path, help="the folder of what was measured")
     whole.add_argument("--memory", type=Path, required=True, help="what the program memory printed")
     whole.add_argument("--build", type=Path, required=True, help="the folder of the build")
     whole.add_argument("--sysroot", type=Path, default=Path("/"), help="where its libraries are")
@@ -43,14 +43,14 @@ def _parser() -> argparse.ArgumentParser:
     whole.set_defaults(command=write_document)
 
     compare = commands.add_parser("compare", help="two builds, measured in turn")
-    compare.add_argument("--ours", type=Path, nargs="+", required=True)
-    compare.add_argument("--theirs", type=Path, nargs="+", required=True)
+    compare.add_argument("ours", type=Path, help="the folder of what was measured")
+    compare.add_argument("theirs", type=Path, help="the same of the other build")
     compare.set_defaults(command=compare_builds)
     return parser
 
 
 def show_tables(arguments: argparse.Namespace) -> int:
-    run = results.read(arguments.json)
+    run = results.read(arguments.rounds)
     measured = [each for each in evaluate(run, memory.Memory()) if each.measured is not None]
     print("\n\n".join([_RATIOS, *all_tables(run), *([goals_table(measured)] if measured else [])]))
     return 0
@@ -58,7 +58,7 @@ def show_tables(arguments: argparse.Namespace) -> int:
 
 def write_document(arguments: argparse.Namespace) -> int:
     """Fails when a goal is missed."""
-    run = results.read(*arguments.json)
+    run = results.read(arguments.rounds)
     used = memory.parse(arguments.memory.read_text(encoding="utf-8"))
     outcomes = evaluate(run, used)
     facts = machine.describe(run.context, arguments.build, arguments.sysroot)
@@ -83,12 +83,10 @@ def _goals(outcomes: list[Outcome]) -> str:
 
 def compare_builds(arguments: argparse.Namespace) -> int:
     """Fails when a benchmark became slower."""
-    ours = [results.read(path) for path in arguments.ours]
-    theirs = [results.read(path) for path in arguments.theirs]
-    found = comparison.changes(ours, theirs)
+    found = comparison.changes(results.read(arguments.ours), results.read(arguments.theirs))
     slower = sum(change.verdict == "SLOWER" for change in found)
     print(comparison.comparison_table(found))
-    print(f"\n{len(found)} benchmarks in {len(ours)} rounds, {slower} of them slower")
+    print(f"\n{len(found)} benchmarks, {slower} of them slower")
     return 0 if found and slower == 0 else 1
 
 

@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from statistics import median
 
 from markdown import table
-from results import Name, Results
+from results import Measured, Name, Results
 from tables import duration
 
 # What is less than this may come from how the code happens to lie in memory.
@@ -32,22 +32,20 @@ class Change:
         return ""
 
 
-def changes(ours: Sequence[Results], theirs: Sequence[Results]) -> list[Change]:
+def changes(ours: Results, theirs: Results) -> list[Change]:
     """The worst first."""
-    common = [name for name in ours[0].measured if name in theirs[0].measured]
+    common = [name for name in ours.measured if name in theirs.measured]
     return sorted(
-        (_change(name, ours, theirs) for name in common),
+        (_change(name, ours.measured[name], theirs.measured[name]) for name in common),
         key=lambda change: change.ratio,
         reverse=True,
     )
 
 
-def _change(name: Name, ours: Sequence[Results], theirs: Sequence[Results]) -> Change:
-    times = [results.measured[name].seconds for results in ours]
-    others = [results.measured[name].seconds for results in theirs]
-    ratios = sorted(a / b for a, b in zip(times, others, strict=True))
+def _change(name: Name, ours: Measured, theirs: Measured) -> Change:
+    ratios = sorted(a / b for a, b in zip(ours.rounds, theirs.rounds, strict=True))
     inner = ratios[1:-1] or ratios
-    return Change(name, median(times), median(ratios), inner[0], inner[-1])
+    return Change(name, ours.seconds, median(ratios), inner[0], inner[-1])
 
 
 def comparison_table(all_changes: Sequence[Change]) -> str:

@@ -121,10 +121,11 @@ def _linear(results: Results) -> Iterator[Outcome]:
 
 
 def _growth_for_a_byte(results: Results, job: str, contender: str) -> float | None:
-    before, after = (results.measured.get(Name(job, contender, size)) for size in SIZES[-2:])
-    if before and after and after.bytes_per_second:
-        return before.bytes_per_second / after.bytes_per_second
-    return None
+    shorter, longer = (Name(job, contender, size) for size in SIZES[-2:])
+    growth = results.ratio(longer, shorter)
+    if growth is None:
+        return None
+    return growth * results.measured[shorter].bytes / results.measured[longer].bytes
 
 
 def _floor(contender: str, measure: Callable[[str], float | None]) -> Floor | None:

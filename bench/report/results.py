@@ -1,4 +1,4 @@
-"""What a run of the benchmarks measured, out of the JSON that it writes."""
+"""What the benchmarks measured in several rounds, out of the JSON that they write."""
 
 import json
 import re
@@ -35,14 +35,22 @@ def parse_name(text: str) -> Name:
 
 @dataclass(frozen=True)
 class Measured:
-    """Medians over the repetitions of one benchmark, of processor time."""
+    """The processor time of one benchmark in each round, and how many bytes it is about."""
 
-    seconds: float
-    bytes_per_second: float
+    rounds: tuple[float, ...]
+    bytes: float
+
+    @property
+    def seconds(self) -> float:
+        return median(self.rounds)
+
+    @property
+    def bytes_per_second(self) -> float:
+        return self.bytes / self.seconds
 
 
 class Results:
-    """The benchmarks of one run, in the order in which they were registered."""
+    """The benchmarks in the order in which they were registered."""
 
     def __init__(self, measured: dict[Name, Measured], context: dict[str, Any]) -> None:
         self.measured = measured
@@ -53,9 +61,10 @@ class Results:
         return found.seconds if found else None
 
     def ratio(self, ours: Name, theirs: Name) -> float | None:
-        """The time of the one divided by that of the other."""
-        a, b = self.seconds(ours), self.seconds(theirs)
-        return a / b if a and b else None
+        """The time of the one divided by that of the other: the median of the rounds that have
+        both, so that a slow phase of the machine, which meets both, does not count."""
+        a, b = self.measured.get(ours), self.measured.get(theirs)
+        return median(x / y for x, y in zip(a.rounds, b.rounds)) if a and b else None
 
     def jobs(self) -> list[str]:
         return _distinct(name.job for name in self.measured)
@@ -86,27 +95,22 @@ def _rank(column: str) -> int:
     return int(number[0]) if number else 0
 
 
-def read(*paths: Path) -> Results:
-    """One run, which may have been made in parts."""
-    parts = [json.loads(path.read_text(encoding="utf-8")) for path in paths]
+def read(folder: Path) -> Results:
+    """Below the folder each round has one of its own, and there each benchmark a file."""
+    parts = [json.loads(path.read_text(encoding="utf-8")) for path in sorted(folder.glob("*/*"))]
     rows = [row for part in parts for row in part["benchmarks"]]
-    return Results(_medians(rows), parts[0]["context"])
+    return Results(_measured(rows), parts[0]["context"])
 
 
-def _medians(rows: Iterable[dict[str, Any]]) -> dict[Name, Measured]:
-    repetitions: dict[Name, list[dict[str, Any]]] = {}
+def _measured(rows: Iterable[dict[str, Any]]) -> dict[Name, Measured]:
+    found: dict[Name, list[dict[str, Any]]] = {}
     for row in rows:
-        if row.get("run_type") != "iteration":
-            continue
         if row.get("error_occurred"):
             raise ValueError(f"{row['run_name']} failed: {row.get('error_message')}")
-        repetitions.setdefault(parse_name(row["run_name"]), []).append(row)
-    ordered = sorted(repetitions.items(), key=lambda item: item[1][0].get("family_index", 0))
-    return {name: _median(of_one) for name, of_one in ordered}
+        found.setdefault(parse_name(row["run_name"]), []).append(row)
+    return {name: _one_measured(of_one) for name, of_one in found.items()}
 
 
-def _median(rows: list[dict[str, Any]]) -> Measured:
-    return Measured(
-        median(row["cpu_time"] * _SECONDS[row["time_unit"]] for row in rows),
-        median(row.get("bytes_per_second", 0.0) for row in rows),
-    )
+def _one_measured(rows: list[dict[str, Any]]) -> Measured:
+    times = tuple(row["cpu_time"] * _SECONDS[row["time_unit"]] for row in rows)
+    return Measured(times, rows[0].get("bytes_per_second", 0.0) * times[0])

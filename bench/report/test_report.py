@@ -20,7 +20,6 @@ def row(name: str, cpu_time: float, speed: float = 0, **others: Any) -> dict[str
     return {
         "name": name,
         "run_name": name,
-        "run_type": "iteration",
         "cpu_time": cpu_time,
         "time_unit": "us",
         "bytes_per_second": speed,
@@ -28,17 +27,24 @@ def row(name: str, cpu_time: float, speed: float = 0, **others: Any) -> dict[str
     }
 
 
-def read_rows(rows: list[dict[str, Any]]) -> Results:
+def read_rounds(*rounds: list[dict[str, Any]]) -> Results:
     with tempfile.TemporaryDirectory() as folder:
-        path = Path(folder) / "run.json"
-        path.write_text(json.dumps({"context": {}, "benchmarks": rows}), encoding="utf-8")
-        return results.read(path)
+        for number, rows in enumerate(rounds):
+            of_round = Path(folder) / str(number)
+            of_round.mkdir()
+            for index, one in enumerate(rows):
+                text = json.dumps({"context": {}, "benchmarks": [one]})
+                (of_round / f"{index}.json").write_text(text, encoding="utf-8")
+        return results.read(Path(folder))
+
+
+def of_rounds(times: dict[str, tuple[float, ...]]) -> Results:
+    """As if each had been about a million bytes."""
+    return Results({parse_name(name): Measured(each, 1e6) for name, each in times.items()}, {})
 
 
 def of_seconds(times: dict[str, float]) -> Results:
-    """As if each had been about a million bytes."""
-    measured = {parse_name(name): Measured(each, 1e6 / each) for name, each in times.items()}
-    return Results(measured, {})
+    return of_rounds({name: (each,) for name, each in times.items()})
 
 
 def outcome(found: list[Outcome], job: str, against: str, column: str) -> Outcome:
@@ -49,22 +55,26 @@ def outcome(found: list[Outcome], job: str, against: str, column: str) -> Outcom
 
 
 class ReadingTest(unittest.TestCase):
-    def test_takes_medians_of_the_repetitions_and_no_aggregates(self) -> None:
-        run = read_rows(
-            [
-                row("write/tqxml/1MiB", 3, 300),
-                row("write/tqxml/1MiB", 1, 900),
-                row("write/tqxml/1MiB", 2, 450),
-                row("write/tqxml/1MiB_mean", 50, run_type="aggregate"),
-            ]
-        )
-        self.assertEqual(list(run.measured), [Name("write", "tqxml", "1MiB")])
-        self.assertAlmostEqual(run.seconds(Name("write", "tqxml", "1MiB")) or 0, 2e-6)
-        self.assertEqual(run.measured[Name("write", "tqxml", "1MiB")].bytes_per_second, 450)
+    def test_takes_medians_of_the_rounds(self) -> None:
+        run = read_rounds(*([row("write/tqxml/1MiB", us, 900 / us)] for us in (3, 1, 2)))
+        name = Name("write", "tqxml", "1MiB")
+        self.assertEqual(list(run.measured), [name])
+        self.assertAlmostEqual(run.seconds(name) or 0, 2e-6)
+        self.assertAlmostEqual(run.measured[name].bytes_per_second, 450)
+
+    def test_compares_within_each_round(self) -> None:
+        run = of_rounds({"write/tqxml/1MiB": (1, 20, 3), "write/qt/1MiB": (2, 10, 4)})
+        ours, theirs = Name("write", "tqxml", "1MiB"), Name("write", "qt", "1MiB")
+        self.assertAlmostEqual(run.ratio(ours, theirs) or 0, 0.75)
+
+    def test_compares_in_the_rounds_that_have_both(self) -> None:
+        run = of_rounds({"write/tqxml/16MiB": (2, 4), "write/tqxml/1MiB": (1, 1, 9)})
+        longer, shorter = Name("write", "tqxml", "16MiB"), Name("write", "tqxml", "1MiB")
+        self.assertAlmostEqual(run.ratio(longer, shorter) or 0, 3)
 
     def test_does_not_pass_over_errors(self) -> None:
         with self.assertRaisesRegex(ValueError, "write/qt/1MiB failed: out of ink"):
-            read_rows([row("write/qt/1MiB", 1, error_occurred=True, error_message="out of ink")])
+            read_rounds([row("write/qt/1MiB", 1, error_occurred=True, error_message="out of ink")])
 
     def test_knows_names_by_their_parts(self) -> None:
         self.assertEqual(parse_name("write/tqxml/1MiB/repeats:9"), Name("write", "tqxml", "1MiB"))
@@ -247,8 +257,8 @@ class DocumentTest(unittest.TestCase):
 class ComparisonTest(unittest.TestCase):
     def verdict(self, ours: list[float], theirs: list[float]) -> str:
         (change,) = comparison.changes(
-            [of_seconds({"write/tqxml/1MiB": time}) for time in ours],
-            [of_seconds({"write/tqxml/1MiB": time}) for time in theirs],
+            of_rounds({"write/tqxml/1MiB": tuple(ours)}),
+            of_rounds({"write/tqxml/1MiB": tuple(theirs)}),
         )
         return change.verdict
 
@@ -266,7 +276,7 @@ class ComparisonTest(unittest.TestCase):
 
     def test_shows_the_worst_first_and_only_what_both_have(self) -> None:
         ours = of_seconds({"a/tqxml/1": 1, "b/tqxml/1": 2, "new/tqxml/1": 1})
-        found = comparison.changes([ours], [of_seconds({"a/tqxml/1": 1, "b/tqxml/1": 1})])
+        found = comparison.changes(ours, of_seconds({"a/tqxml/1": 1, "b/tqxml/1": 1}))
         self.assertEqual([change.name.job for change in found], ["b", "a"])
         self.assertIn("| b/tqxml/1 | 2.00 s | 2.000 |", comparison.comparison_table(found))
 

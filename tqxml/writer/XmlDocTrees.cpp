@@ -6,6 +6,11 @@
 // Element trees as markup. All of it is written by the operations that callers use by hand.
 
 namespace Orn {
+namespace {
+
+constexpr std::size_t USUAL_DEPTH = 8;
+
+}  // namespace
 
 XmlDoc::XmlDoc(Elem const& e) : XmlDoc() {
   add_elem(e, false);
@@ -20,6 +25,7 @@ void XmlDoc::add_elem(Elem const& e, bool default_ns) {
     std::size_t next_child;
   };
   std::vector<Step> path;
+  path.reserve(USUAL_DEPTH);
   Elem const* current = &e;
   while (true) {
     if (current != nullptr) {
