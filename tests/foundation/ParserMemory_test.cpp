@@ -1,0 +1,98 @@
+#include "tqxml/foundation/ParserMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <vector>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+namespace {
+
+using Orn::ParserMemory;
+
+struct Block {
+  unsigned char* begin;
+  std::size_t size;
+  unsigned char content;
+
+  bool is_intact() const {
+    return std::all_of(begin, begin + size, [this](unsigned char c) { return c == content; });
+  }
+};
+
+Block take(ParserMemory& memory, std::size_t size, unsigned char content) {
+  auto* const begin = static_cast<unsigned char*>(memory.allocate(size));
+  std::memset(begin, content, size);
+  return {begin, size, content};
+}
+
+bool is_aligned(void const* block) {
+  return reinterpret_cast<std::uintptr_t>(block) % alignof(std::max_align_t) == 0;
+}
+
+TEST(ParserMemory, GivesBlocksOfAnySizeThatAreAlignedForAnyObject) {
+  ParserMemory memory;
+  for (std::size_t size = 0; size < 5000; ++size) {
+    Block const block = take(memory, size, 1);
+    ASSERT_NE(block.begin, nullptr) << size;
+    ASSERT_TRUE(is_aligned(block.begin)) << size;
+  }
+}
+
+TEST(ParserMemory, GivesABlockOfItsOwnEvenForNothing) {
+  ParserMemory memory;
+  EXPECT_NE(memory.allocate(0), memory.allocate(0));
+}
+
+TEST(ParserMemory, KeepsBlocksApartHoweverTheyComeAndGo) {
+  std::mt19937 random(4711);
+  ParserMemory memory;
+  std::vector<Block> blocks;
+  for (unsigned int step = 0; step < 20000; ++step) {
+    if (blocks.empty() || random() % 5 < 3) {
+      std::size_t const size = random() % 7 == 0 ? random() % 40000 : random() % 1100;
+      blocks.push_back(take(memory, size, static_cast<unsigned char>(step)));
+    } else {
+      std::swap(blocks[random() % blocks.size()], blocks.back());
+      ASSERT_TRUE(blocks.back().is_intact()) << step;
+      memory.deallocate(blocks.back().begin);
+      blocks.pop_back();
+    }
+  }
+  for (Block const& block : blocks) ASSERT_TRUE(block.is_intact());
+}
+
+TEST(ParserMemory, UsesASmallBlockAgainForOneOfTheSameSize) {
+  ParserMemory memory;
+  void* const first = memory.allocate(100);
+  memory.allocate(100);
+  memory.deallocate(first);
+  EXPECT_NE(memory.allocate(200), first);
+  EXPECT_EQ(memory.allocate(100), first);
+}
+
+TEST(ParserMemory, TakesNullForNothing) {
+  ParserMemory memory;
+  memory.deallocate(nullptr);
+  EXPECT_NE(memory.allocate(1), nullptr);
+}
+
+TEST(ParserMemory, ThatIsMoreThanThereIsIsRefusedInXercesWay) {
+  ParserMemory memory;
+  constexpr std::size_t MOST = std::numeric_limits<std::size_t>::max();
+  EXPECT_THROW(memory.allocate(MOST), xercesc::OutOfMemoryException);
+  EXPECT_THROW(memory.allocate(MOST - 20), xercesc::OutOfMemoryException);
+  EXPECT_THROW(memory.allocate(MOST / 2 + 1), xercesc::OutOfMemoryException);
+}
+
+TEST(ParserMemory, IsNotThatOfExceptionsWhichMayOutliveIt) {
+  ParserMemory memory;
+  EXPECT_EQ(memory.getExceptionMemoryManager(), xercesc::XMLPlatformUtils::fgMemoryManager);
+}
+
+}  // namespace
