@@ -281,10 +281,21 @@ TEST_F(FailedAllocation, LeavesTheElementAsItWasAndLosesNothing) {
   }
 }
 
+/// Deeper than what is written without taking memory for the way down.
+Elem deep_sample() {
+  Elem tree = sample();
+  for (int depth = 0; depth < 20; ++depth) {
+    Elem outer(u_a);
+    outer.add_elem(tree);
+    tree = outer;
+  }
+  return tree;
+}
+
 TEST_F(FailedAllocation, WhileATreeIsWrittenLosesNothing) {
   for (bool as_fragment : {false, true}) {
     int const failures = fail_each_allocation([&](auto const& raises) {
-      Elem const tree = sample();
+      Elem const tree = deep_sample();
       XmlDoc doc;
       raises([&] {
         if (as_fragment) {
@@ -293,7 +304,7 @@ TEST_F(FailedAllocation, WhileATreeIsWrittenLosesNothing) {
           doc.add_elem(tree, false);
         }
       });
-      EXPECT_EQ(tree, sample());
+      EXPECT_EQ(tree, deep_sample());
     });
     EXPECT_GE(failures, 3);
   }
