@@ -1,5 +1,6 @@
 #include "tqxml/dom/DomParser.h"
 
+#include <typeinfo>
 #include <utility>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -7,6 +8,7 @@
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
+#include "tqxml/dom/LimitedParser.h"
 #include "tqxml/dom/TagCache.h"
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/foundation/XercesMemory.h"
@@ -36,6 +38,9 @@ constexpr char SYSTEM_ID[] = "some-fake-system-id???";
     raise<RuntimeException>(Catalogue::XERCES_SAX_PARSE_EXCEPTION,
                             static_cast<long>(e.getLineNumber()),
                             static_cast<long>(e.getColumnNumber()), to_ustring(e.getMessage()));
+  } catch (LimitCrossed const& crossed) {
+    raise<RuntimeException>(Catalogue::XERCES_SAX_PARSE_EXCEPTION, static_cast<long>(crossed.line),
+                            static_cast<long>(crossed.column), crossed.text);
   } catch (...) {
     raise<RuntimeException>(Catalogue::UNRECOGNIZED_XERCES_EXCEPTION);
   }
@@ -49,7 +54,15 @@ DomParser::DomParser(std::string const& text) : DomParser(std::string(text)) {}
 
 DomParser::DomParser(std::string&& text) : xml_doc_text(std::move(text)) {
   check_xerces_started(g_initialized_ok);
-  parser = new_parser();
+  parser = new_parser(nullptr);
+}
+
+DomParser::DomParser(std::string const& text, ReadLimits const& limits)
+    : DomParser(std::string(text), limits) {}
+
+DomParser::DomParser(std::string&& text, ReadLimits const& limits) : xml_doc_text(std::move(text)) {
+  check_xerces_started(g_initialized_ok);
+  parser = new_parser(&limits);
 }
 
 DomParser::DomParser(XmlDoc const& doc) : DomParser(doc.byte_array()) {}
@@ -67,17 +80,30 @@ bool DomParser::is_parsed() const { return parser != nullptr && parser->getDocum
 void DomParser::set_xml_doc_text(std::string const& text) {
   std::string new_text(text);
   if (!xml_doc_text.empty() && is_parsed()) {
-    parser = new_parser();
+    parser = new_parser(limits());
     error_handler.reset();
   }
   xml_doc_text.swap(new_text);
 }
 
-std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser() {
-  return with_xerces_memory([] {
-    return std::make_unique<xercesc::XercesDOMParser>(
-        nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser(ReadLimits const* limits) {
+  using Parser = std::unique_ptr<xercesc::XercesDOMParser>;
+  return with_xerces_memory([limits] {
+    if (limits != nullptr) return Parser(new LimitedParser(*limits));
+    return Parser(
+        new xercesc::XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr));
   });
+}
+
+DomParser::LimitedParser* DomParser::limited_parser() const {
+  // Without limits, which is asked for each text, that is a fraction of a dynamic_cast.
+  bool const is_limited = parser != nullptr && typeid(*parser) == typeid(LimitedParser);
+  return is_limited ? static_cast<LimitedParser*>(parser.get()) : nullptr;
+}
+
+ReadLimits const* DomParser::limits() const {
+  LimitedParser const* const limited = limited_parser();
+  return limited == nullptr ? nullptr : &limited->limits();
 }
 
 DomParser::Elem DomParser::root() {
@@ -86,7 +112,10 @@ DomParser::Elem DomParser::root() {
 }
 
 void DomParser::parse() {
-  if (parser == nullptr) parser = new_parser();
+  if (parser == nullptr) parser = new_parser(nullptr);
+  if (LimitedParser const* limited = limited_parser(); limited != nullptr && limited->is_used()) {
+    parser = new_parser(&limited->limits());
+  }
   tags = std::make_unique<TagCache>();
   xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
                                           xml_doc_text.size(), SYSTEM_ID, false,
@@ -98,10 +127,24 @@ void DomParser::parse() {
   parser->setErrorHandler(handler.get());
   error_handler = std::move(handler);
   try {
-    parser->parse(source);
+    parse_from(source);
   } catch (...) {
-    // A parser that failed before it had a document would refuse every other one.
-    if (!is_parsed()) parser.reset();
+    // A parser that failed before it had a document would refuse every other one. One with limits
+    // stays until there is another with them.
+    if (!is_parsed() && limited_parser() == nullptr) parser.reset();
+    throw;
+  }
+}
+
+void DomParser::parse_from(xercesc::MemBufInputSource const& source) {
+  try {
+    if (LimitedParser* const limited = limited_parser(); limited != nullptr) {
+      limited->parse_whole(source, xml_doc_text.size());
+    } else {
+      parser->parse(source);
+    }
+  } catch (...) {
+    // While the parser is there, whose memory the exception may be in.
     raise_parse_failure();
   }
 }

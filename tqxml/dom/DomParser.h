@@ -9,6 +9,7 @@
 #include "tqutil/XmlTag.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
+#include "tqxml/foundation/ReadLimits.h"
 #include "tqxml/foundation/XercesForward.h"
 
 namespace Orn {
@@ -27,8 +28,9 @@ class XmlDoc;
 ///   if (!remark.is_nil()) ...
 ///
 /// The encoding is what the document declares, namespaces are processed, nothing is validated.
-/// External entities and an external DTD subset are read where a document refers to them: do not
-/// give a DomParser documents from strangers.
+/// External entities and an external DTD subset are read where a document refers to them, and
+/// entities may ask for any amount of memory: give a DomParser documents from strangers only with
+/// ReadLimits.
 ///
 /// Handles own nothing: they are valid as long as the parser keeps its document, that is until it
 /// is destroyed or its text is reset. A parser and its handles belong to one thread at a time;
@@ -47,6 +49,9 @@ class TQXML_API DomParser {
   explicit DomParser(std::string const& text);
   /// The same without a copy: what is left in `text` is not specified.
   explicit DomParser(std::string&& text);
+  /// The same, kept to limits, and so is every text that the parser is given later.
+  DomParser(std::string const& text, ReadLimits const& limits);
+  DomParser(std::string&& text, ReadLimits const& limits);
   /// A parser on the text of a closed document, as `XmlDoc::byte_array()` gives it. Raises what
   /// `XmlDoc::str()` raises.
   explicit DomParser(XmlDoc const& doc);
@@ -64,21 +69,27 @@ class TQXML_API DomParser {
   /// The document element. The first call parses the text; later ones give a new handle on the same
   /// element.
   /// Raises RuntimeException when the parse fails: XERCES_SAX_PARSE_EXCEPTION, with line and column
-  /// from 1, for a document that is not well-formed; otherwise XERCES_XML_EXCEPTION,
-  /// XERCES_DOM_EXCEPTION or UNRECOGNIZED_XERCES_EXCEPTION (also when memory runs out). The parser
-  /// can be given another text then; asked again without one, it answers with the part of the
-  /// document that was built before the failure, if there is one, which may be nil.
+  /// from 1, for a document that is not well-formed or goes beyond a limit; otherwise
+  /// XERCES_XML_EXCEPTION, XERCES_DOM_EXCEPTION or UNRECOGNIZED_XERCES_EXCEPTION (also when memory
+  /// runs out). The parser can be given another text then; asked again without one, it answers with
+  /// the part of the document that was built before the failure, if there is one, which may be nil.
   Elem root();
 
  private:
   class TagCache;
+  class LimitedParser;
 
   bool is_parsed() const;
-  static std::unique_ptr<xercesc::XercesDOMParser> new_parser();
+  /// Null for no limits.
+  static std::unique_ptr<xercesc::XercesDOMParser> new_parser(ReadLimits const* limits);
+  /// Null when the parser has none.
+  LimitedParser* limited_parser() const;
+  ReadLimits const* limits() const;
   void parse();
+  void parse_from(xercesc::MemBufInputSource const& source);
 
   std::string xml_doc_text;
-  /// Null between a parse that failed early and the next.
+  /// Null between a parse that failed early and the next, unless it has limits, which it keeps.
   std::unique_ptr<xercesc::XercesDOMParser> parser;
   std::unique_ptr<xercesc::ErrorHandler> error_handler;
   /// Made anew for each document.

@@ -8,6 +8,7 @@ namespace xercesc_3_2 {
 class DOMNamedNodeMap;
 class DOMNode;
 class ErrorHandler;
+class MemBufInputSource;
 class XercesDOMParser;
 }  // namespace xercesc_3_2
 

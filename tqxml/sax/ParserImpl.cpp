@@ -1,5 +1,6 @@
 #include "tqxml/sax/ParserImpl.h"
 
+#include <string>
 #include <utility>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
@@ -16,10 +17,21 @@ namespace {
 
 constexpr std::size_t USUAL_DEPTH = 16;
 
+// In the words of the reader that has a message with a place in it.
+UString with_place(LimitCrossed const& crossed) {
+  UString text = UString::from_utf8("line: " + std::to_string(crossed.line) +
+                                    ", column: " + std::to_string(crossed.column) + ", msg: ");
+  return text.append(crossed.text);
+}
+
 }  // namespace
 
 SaxParser::ParserImpl::ParserImpl(std::istream* in)
-    : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr), input_(in) {
+    : ParserImpl(in, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) {}
+
+SaxParser::ParserImpl::ParserImpl(std::istream* in, xercesc::MemoryManager* memory,
+                                  LimitGuard* guard)
+    : SAXParser(nullptr, memory, nullptr), guard_(guard), input_(in, guard) {
   setDoNamespaces(true);
   setValidationScheme(Val_Never);
   setLoadExternalDTD(false);
@@ -50,6 +62,9 @@ void SaxParser::ParserImpl::next_token() {
   } catch (xercesc::XMLException const& e) {
     if (complaint_.text.empty()) complaint_.text = to_ustring(e.getMessage());
     raise<StateException>(Catalogue::NOT_VALID_STREAM);
+  } catch (LimitCrossed const& crossed) {
+    complaint_ = {crossed.text, crossed.line, crossed.column};
+    raise<StateException>(Catalogue::PARSER_ERROR, with_place(crossed));
   }
   over_ = false;
 }

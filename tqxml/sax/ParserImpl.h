@@ -28,6 +28,8 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   };
 
   explicit ParserImpl(std::istream* in);
+  /// One whose memory comes from there, and that is kept to the limits of the guard.
+  ParserImpl(std::istream* in, xercesc::MemoryManager* memory, LimitGuard* guard);
   ~ParserImpl() override;
 
   /// Reads up to the root's start tag and gives the root, once.
@@ -37,8 +39,12 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   void next_token();
 
   Complaint const& complaint() const noexcept { return complaint_; }
+  /// Null when there are none.
+  ReadLimits const* limits() const noexcept {
+    return guard_ == nullptr ? nullptr : &guard_->limits();
+  }
 
- private:
+ protected:
   using Text = XMLCh const*;
 
   void startElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id, Text prefix,
@@ -62,6 +68,10 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   void startEntityReference(xercesc::XMLEntityDecl const&) override {}
   void XMLDecl(Text, Text, Text, Text) override {}
 
+  /// Lets `doctypeDecl` be called.
+  void connect_doctype() { setDTDHandler(&unused_handler_); }
+
+ private:
   bool scan_step();
   void add_attributes(ElemImpl& element, xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
                       XMLSize_t count);
@@ -71,6 +81,7 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   /// Nothing more can be scanned. Stepping the scanner beyond its end or after an exception would
   /// crash it.
   bool over_ = false;
+  LimitGuard* const guard_;
   StreamInputSource input_;
   xercesc::XMLPScanToken token_;
   TagCache tags_;
@@ -80,7 +91,8 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
   /// The root until it is asked for.
   Ref<ElemImpl> root_;
   Complaint complaint_;
-  /// The scanner reports errors only to a parser with an error handler; `error` never calls it.
+  /// The scanner reports errors only to a parser with an error handler; `error` never calls it. As
+  /// a handler of declarations it does nothing.
   xercesc::HandlerBase unused_handler_;
 };
 

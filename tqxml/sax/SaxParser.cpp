@@ -4,6 +4,7 @@
 
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
+#include "tqxml/sax/LimitedParserImpl.h"
 #include "tqxml/sax/ParserImpl.h"
 
 namespace Orn {
@@ -19,19 +20,38 @@ SaxParser::SaxParser(std::istream& in) : SaxParser(&in) {}
 
 SaxParser::SaxParser(std::istream* in) : SaxParser() { initialize(in); }
 
+SaxParser::SaxParser(ReadLimits const& limits) : SaxParser() {
+  impl_ = new_parser(nullptr, &limits);
+}
+
+SaxParser::SaxParser(std::istream& in, ReadLimits const& limits) : SaxParser(&in, limits) {}
+
+SaxParser::SaxParser(std::istream* in, ReadLimits const& limits) : SaxParser(limits) {
+  initialize(in);
+}
+
 SaxParser::SaxParser(SaxParser const& other) = default;
 SaxParser& SaxParser::operator=(SaxParser const& other) = default;
 // Records that outlive the parser are told so before they are let go.
 SaxParser::~SaxParser() { impl_.reset(); }
 
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
-  // The parser has an operator new of its own.
-  // NOLINTNEXTLINE(modernize-make-shared)
-  auto fresh = with_xerces_memory([in] { return std::shared_ptr<ParserImpl>(new ParserImpl(in)); });
+  auto fresh = new_parser(in, impl_ == nullptr ? nullptr : impl_->limits());
   root_ = Ref<ElemImpl>();
   impl_ = std::move(fresh);
   root_ = impl_->root();
   return root();
+}
+
+std::shared_ptr<SaxParser::ParserImpl> SaxParser::new_parser(std::istream* in,
+                                                             ReadLimits const* limits) {
+  // The parsers have an operator new of their own.
+  // NOLINTBEGIN(modernize-make-shared)
+  return with_xerces_memory([in, limits] {
+    return limits == nullptr ? std::shared_ptr<ParserImpl>(new ParserImpl(in))
+                             : std::shared_ptr<ParserImpl>(new LimitedParserImpl(in, *limits));
+  });
+  // NOLINTEND(modernize-make-shared)
 }
 
 SaxParser::Elem SaxParser::root() const { return Elem(root_); }

@@ -10,6 +10,7 @@
 #include "tqutil/XmlTag.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/foundation/Export.h"
+#include "tqxml/foundation/ReadLimits.h"
 #include "tqxml/foundation/Ref.h"
 
 namespace Orn {
@@ -24,8 +25,9 @@ namespace Orn {
 ///   order.child(orders::note);                            // raises: children have been given away
 ///
 /// The encoding is what the document declares, namespaces are processed, nothing is validated and
-/// no external DTD subset is read; external entities are read where the document refers to them, so
-/// do not give a SaxParser documents from strangers.
+/// no external DTD subset is read; external entities are read where the document refers to them,
+/// and entities may ask for any amount of memory, so give a SaxParser documents from strangers only
+/// with ReadLimits.
 ///
 /// What reading forward means: `child` and `opt_child` keep what they read past, `data` reads and
 /// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
@@ -43,12 +45,12 @@ namespace Orn {
 /// parsers are independent.
 ///
 /// Every operation that reads may raise StateException NOT_VALID_STREAM (malformed input, see
-/// `error_text`; the end of the stream; a parser that has failed before) or PARSER_ERROR (an error
-/// that the parser does not take for fatal; none is known without validation), RuntimeException
-/// BAD_READ (the stream went bad), TagException (a name that the registry does not know),
-/// std::bad_alloc, std::length_error (a text too long for a UString) and whatever the stream itself
-/// throws. After any of them the parse is over: what
-/// has been read stays readable, and asking for more raises NOT_VALID_STREAM.
+/// `error_text`; the end of the stream; a parser that has failed before) or PARSER_ERROR (a limit
+/// has been crossed; or an error that the parser does not take for fatal, of which none is known
+/// without validation), RuntimeException BAD_READ (the stream went bad), TagException (a name that
+/// the registry does not know), std::bad_alloc, std::length_error (a text too long for a UString)
+/// and whatever the stream itself throws. After any of them the parse is over: what has been read
+/// stays readable, and asking for more raises NOT_VALID_STREAM.
 class TQXML_API SaxParser {
  public:
   class Elem;
@@ -70,6 +72,11 @@ class TQXML_API SaxParser {
   /// never opened reads as an empty document.
   explicit SaxParser(std::istream& in);
   explicit SaxParser(std::istream* in);
+  /// A parser without a document; each one that `initialize` gives it is kept to the limits.
+  explicit SaxParser(ReadLimits const& limits);
+  /// The same with a document, as above.
+  SaxParser(std::istream& in, ReadLimits const& limits);
+  SaxParser(std::istream* in, ReadLimits const& limits);
   /// Both then read the same document: what one reads the other has read.
   SaxParser(SaxParser const& other);
   SaxParser& operator=(SaxParser const& other);
@@ -83,7 +90,8 @@ class TQXML_API SaxParser {
   /// The root element; nil without a document.
   Elem root() const;
 
-  /// What the parser said about the error that ended the parse, empty when it has said nothing.
+  /// What the parser said about the error that ended the parse, or about the limit; empty when it
+  /// has said nothing.
   UString error_text() const;
   /// Where it said so, counted from 1; 0 when it has said nothing. For malformed markup it is just
   /// behind the place; an undecodable byte is reported up to one buffer early.
@@ -92,6 +100,7 @@ class TQXML_API SaxParser {
 
  private:
   class ParserImpl;
+  class LimitedParserImpl;
   class StreamInputSource;
   template <class Record>
   friend struct RefCount;
@@ -99,6 +108,8 @@ class TQXML_API SaxParser {
   class AttributeImpl;
   class RecordPool;
   class TagCache;
+
+  static std::shared_ptr<ParserImpl> new_parser(std::istream* in, ReadLimits const* limits);
 
   std::shared_ptr<ParserImpl> impl_;
   Ref<ElemImpl> root_;

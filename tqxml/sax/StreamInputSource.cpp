@@ -8,20 +8,23 @@
 
 namespace Orn {
 
-SaxParser::StreamInputSource::StreamInputSource(std::istream* in)
-    : InputSource(xercesc::XMLPlatformUtils::fgMemoryManager), in_(in) {}
+SaxParser::StreamInputSource::StreamInputSource(std::istream* in, LimitGuard* guard)
+    : InputSource(xercesc::XMLPlatformUtils::fgMemoryManager), in_(in), guard_(guard) {}
 
 xercesc::BinInputStream* SaxParser::StreamInputSource::makeStream() const {
-  return new BinStream(in_);
+  return new BinStream(in_, guard_);
 }
 
 XMLSize_t SaxParser::StreamInputSource::BinStream::readBytes(XMLByte* to_fill,
                                                              XMLSize_t max_to_read) {
   if (in_ == nullptr) raise<RuntimeException>(Catalogue::BAD_READ);
-  XMLSize_t const wanted = std::min<XMLSize_t>(max_to_read, MAX_READ);
+  XMLSize_t wanted = std::min<XMLSize_t>(max_to_read, MAX_READ);
+  if (guard_ != nullptr) wanted = guard_->bytes_to_read(wanted);
   in_->read(reinterpret_cast<char*>(to_fill), static_cast<std::streamsize>(wanted));
   if (in_->bad()) raise<RuntimeException>(Catalogue::BAD_READ);
-  return static_cast<XMLSize_t>(in_->gcount());
+  auto const count = static_cast<XMLSize_t>(in_->gcount());
+  if (guard_ != nullptr) guard_->bytes(count);
+  return count;
 }
 
 XMLFilePos SaxParser::StreamInputSource::BinStream::curPos() const {

@@ -1,0 +1,162 @@
+#include "tqxml/foundation/LimitGuard.h"
+
+#include <algorithm>
+#include <xercesc/util/XMLString.hpp>
+
+#include "tqxml/foundation/UsualEncodings.h"
+#include "tqxml/foundation/XercesText.h"
+
+namespace Orn {
+
+namespace {
+
+constexpr char ADVICE[] =
+    "; refuse the document, or read it again with another limit if you trust its source";
+
+std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLen(text); }
+
+std::uint64_t declarations_among(xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                                 std::size_t count, unsigned int xmlns_uri_id) {
+  std::uint64_t declarations = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (attributes.elementAt(i)->getURIId() == xmlns_uri_id) ++declarations;
+  }
+  return declarations;
+}
+
+}  // namespace
+
+void LimitGuard::begin(xercesc::Locator const* place) noexcept {
+  place_ = place;
+  settle();
+}
+
+std::size_t LimitGuard::bytes_to_read(std::size_t wanted) const noexcept {
+  std::uint64_t const left = limits_.bytes - bytes_;
+  return left < wanted ? static_cast<std::size_t>(left) + 1 : wanted;
+}
+
+void LimitGuard::bytes(std::uint64_t count) {
+  bytes_ += count;
+  check(bytes_, limits_.bytes, "bytes", "bytes");
+}
+
+void LimitGuard::check_memory(std::size_t more) const {
+  std::uint64_t const needed = memory_ + more;
+  if (place_ == nullptr || delivering_ || needed <= settled_memory_) return;
+  check(needed - settled_memory_, limits_.markup_memory, "markup_memory",
+        "bytes of memory for a piece of markup");
+}
+
+void LimitGuard::encoding(XMLCh const* name) const {
+  if (!limits_.refuse_unusual_encodings || is_usual_encoding(view(name))) return;
+  cross("refuse_unusual_encodings", "the declared encoding is not among the usual ones");
+}
+
+void LimitGuard::doctype(bool has_external_subset) {
+  if (limits_.refuse_doctype) cross("refuse_doctype", "there is a DOCTYPE");
+  if (limits_.refuse_external && has_external_subset) {
+    cross("refuse_external", "the DTD has an external subset");
+  }
+}
+
+void LimitGuard::external_entity() const {
+  cross("refuse_external", "a reference to an external entity");
+}
+
+void LimitGuard::entity() {
+  if (place_ != nullptr) deliver(ReadLimits::REFERENCE_COST);
+}
+
+void LimitGuard::start_element(xercesc::XMLElementDecl const& decl,
+                               xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
+                               std::size_t count, unsigned int xmlns_uri_id) {
+  check(levels_.size() + 1, limits_.depth, "depth", "levels of elements");
+  std::uint64_t const length = length_of(decl.getFullName());
+  name(decl.getFullName(), length);
+  // With "<" and ">" it is at least that long.
+  deliver(length + 2);
+  check(count, limits_.attributes, "attributes", "attributes on an element");
+  // The vector may hold attributes of earlier elements behind its count.
+  for (std::size_t i = 0; i < count; ++i) attribute(*attributes.elementAt(i));
+  levels_.push_back({0, declarations_among(attributes, count, xmlns_uri_id)});
+  namespaces_ += levels_.back().namespaces;
+  check(namespaces_, limits_.namespaces, "namespaces", "namespace declarations in force");
+}
+
+void LimitGuard::attribute(xercesc::XMLAttr const& attribute) {
+  std::uint64_t const name_length = length_of(attribute.getQName());
+  name(attribute.getQName(), name_length);
+  std::uint64_t const value_length = length_of(attribute.getValue());
+  check(value_length, limits_.attribute_value, "attribute_value",
+        "characters in an attribute value");
+  deliver(name_length + value_length);
+}
+
+void LimitGuard::end_element() noexcept {
+  namespaces_ -= levels_.back().namespaces;
+  levels_.pop_back();
+}
+
+void LimitGuard::text(std::uint64_t length) {
+  deliver(length);
+  // There may be white space outside of the root.
+  if (levels_.empty()) return;
+  levels_.back().text += length;
+  check(levels_.back().text, limits_.text, "text", "characters of text in an element");
+}
+
+void LimitGuard::comment(XMLCh const* text) {
+  std::uint64_t const length = length_of(text);
+  check(length, limits_.text, "text", "characters in a comment");
+  deliver(length);
+}
+
+void LimitGuard::instruction(XMLCh const* target, XMLCh const* text) {
+  std::uint64_t const length = length_of(text);
+  name_length(length_of(target));
+  check(length, limits_.text, "text", "characters in a processing instruction");
+  deliver(length_of(target) + length);
+}
+
+void LimitGuard::name(XMLCh const* qualified_name, std::uint64_t length) {
+  name_length(length);
+  if (limits_.names == ReadLimits::NONE) return;
+  std::u16string_view const name(qualified_name, static_cast<std::size_t>(length));
+  if (names_.find(name) != names_.end()) return;
+  check(names_.size() + 1, limits_.names, "names", "different names");
+  names_.emplace(name);
+}
+
+void LimitGuard::name_length(std::uint64_t length) const {
+  check(length, limits_.name, "name", "characters in a name");
+}
+
+void LimitGuard::deliver(std::uint64_t characters) {
+  delivered_ += characters;
+  if (limits_.amplification == ReadLimits::NONE || delivered_ <= limits_.amplification_floor) {
+    return;
+  }
+  std::uint64_t const factor = std::max<std::uint64_t>(limits_.amplification, 1);
+  // Whether it is more than the product, which might overflow.
+  if (delivered_ != 0 && (delivered_ - 1) / factor >= bytes_) {
+    cross("amplification",
+          "more than " + std::to_string(factor) + " characters for each byte that was read");
+  }
+}
+
+void LimitGuard::check(std::uint64_t amount, std::uint64_t limit, char const* limit_name,
+                       char const* what) const {
+  if (amount > limit) {
+    cross(limit_name, std::string("more than ") + std::to_string(limit) + " " + what);
+  }
+}
+
+void LimitGuard::cross(char const* limit_name, std::string const& complaint) const {
+  UString text =
+      UString::from_utf8("ReadLimits::" + std::string(limit_name) + ": " + complaint + ADVICE);
+  if (place_ == nullptr) throw LimitCrossed{std::move(text), 1, 1};
+  throw LimitCrossed{std::move(text), place_->getLineNumber(), place_->getColumnNumber()};
+}
+
+}  // namespace Orn

@@ -1,0 +1,14 @@
+#ifndef TQXML_FOUNDATION_USUALENCODINGS_H
+#define TQXML_FOUNDATION_USUALENCODINGS_H
+
+#include <string_view>
+
+namespace Orn {
+
+/// Whether `name`, as a document declares it, is among those that ReadLimits names; so is the empty
+/// one, for no declaration.
+bool is_usual_encoding(std::u16string_view name) noexcept;
+
+}  // namespace Orn
+
+#endif
