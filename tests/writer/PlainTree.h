@@ -49,6 +49,25 @@ inline bool plainly_equal(PlainTree const& a, PlainTree const& b) {
   return std::equal(a.children.begin(), a.children.end(), b.children.begin(), equal);
 }
 
+/// What a caller without trees would write.
+template <class Writer>
+void write_by_hand(Writer& doc, PlainTree const& tree, bool default_ns) {
+  if (tree.attrs.empty() && tree.children.empty()) {
+    doc.add_elem(tree.tag, default_ns);
+    return;
+  }
+  Orn::XmlTag::Id const pushed = doc.push_elem(tree.tag, default_ns);
+  for (auto const& [id, value] : tree.attrs) doc.add_attr(id, value);
+  for (PlainTree::Ptr const& child : tree.children) {
+    if (child->is_text) {
+      doc.append_elem_body(child->text, false);
+    } else {
+      write_by_hand(doc, *child, default_ns);
+    }
+  }
+  doc.pop_elem(pushed);
+}
+
 /// Makes element trees of plain ones. Children of a node that occurs in several places become
 /// children that are shared between these places, also of different trees.
 class TreeMaker {

@@ -241,24 +241,6 @@ TEST(AddTree, LeavesADocumentThatGoesOnAfterAFailure) {
   EXPECT_EQ(closed_text(doc), declared(u"<N1:r xmlns:N1=\"urn:test:u\"><N1:a></N1:a></N1:r>"));
 }
 
-/// What a caller without trees would write.
-void write_by_hand(XmlDoc& doc, PlainTree const& tree, bool default_ns) {
-  if (tree.attrs.empty() && tree.children.empty()) {
-    doc.add_elem(tree.tag, default_ns);
-    return;
-  }
-  XmlTag::Id const pushed = doc.push_elem(tree.tag, default_ns);
-  for (auto const& [id, value] : tree.attrs) doc.add_attr(id, value);
-  for (PlainTree::Ptr const& child : tree.children) {
-    if (child->is_text) {
-      doc.append_elem_body(child->text, false);
-    } else {
-      write_by_hand(doc, *child, default_ns);
-    }
-  }
-  doc.pop_elem(pushed);
-}
-
 /// One in each state that takes a tree, indented and not.
 std::vector<XmlDoc> documents() {
   std::vector<XmlDoc> plain{XmlDoc(), XmlDoc(XmlTag::NO_TAG), XmlDoc(u_r), with_open_root(),
