@@ -49,6 +49,10 @@ function(tq_add_library name)
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
   endif()
   tq_export_only_own_symbols(${name})
+  if(TQXML_FUZZ STREQUAL "libfuzzer")
+    # The fuzzer sees by this where an input leads. What the targets themselves do is of no interest.
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # Each file is one idea; what is called for every name and text should not cost a call for that.
