@@ -10,6 +10,7 @@
 
 #include "tqxml/dom/LimitedParser.h"
 #include "tqxml/dom/TagCache.h"
+#include "tqxml/foundation/ParserMemory.h"
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
@@ -90,8 +91,7 @@ std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser(ReadLimits const
   using Parser = std::unique_ptr<xercesc::XercesDOMParser>;
   return with_xerces_memory([limits] {
     if (limits != nullptr) return Parser(new LimitedParser(*limits));
-    return Parser(
-        new xercesc::XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr));
+    return Parser(new ParserWithMemory<xercesc::XercesDOMParser>(nullptr));
   });
 }
 
@@ -117,9 +117,11 @@ void DomParser::parse() {
     parser = new_parser(&limited->limits());
   }
   tags = std::make_unique<TagCache>();
-  xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
-                                          xml_doc_text.size(), SYSTEM_ID, false,
-                                          xercesc::XMLPlatformUtils::fgMemoryManager);
+  xercesc::MemBufInputSource source(reinterpret_cast<XMLByte const*>(xml_doc_text.data()),
+                                    xml_doc_text.size(), SYSTEM_ID, false,
+                                    xercesc::XMLPlatformUtils::fgMemoryManager);
+  // The text stays where it is, so the parser needs no copy of it.
+  source.setCopyBufToStream(false);
   parser->setDoNamespaces(true);
   parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
   // Its fatalError throws what it is given, and the rest of it does nothing.

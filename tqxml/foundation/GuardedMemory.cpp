@@ -22,10 +22,6 @@ bool is_reader_of_an_entity(XMLSize_t size) {
 
 }  // namespace
 
-GuardedMemory::~GuardedMemory() {
-  while (ring_.next != &ring_) deallocate(static_cast<Block*>(ring_.next) + 1);
-}
-
 void* GuardedMemory::allocate(XMLSize_t size) {
   if (is_reader_of_an_entity(size)) guard_.entity();
   if (size > std::numeric_limits<XMLSize_t>::max() - sizeof(Block)) {
@@ -33,25 +29,20 @@ void* GuardedMemory::allocate(XMLSize_t size) {
   }
   XMLSize_t const whole_size = sizeof(Block) + size;
   guard_.check_memory(whole_size);
-  void* const place = xercesc::XMLPlatformUtils::fgMemoryManager->allocate(whole_size);
+  void* const place = memory_.allocate(whole_size);
   guard_.take_memory(whole_size);
-  auto* const block = new (place) Block{{ring_.previous, &ring_}, whole_size};
-  block->previous->next = block;
-  ring_.previous = block;
-  return block + 1;
+  return new (place) Block{whole_size} + 1;
 }
 
 void GuardedMemory::deallocate(void* place) {
   if (place == nullptr) return;
   auto* const block = static_cast<Block*>(place) - 1;
-  block->previous->next = block->next;
-  block->next->previous = block->previous;
   guard_.give_back_memory(block->size);
-  xercesc::XMLPlatformUtils::fgMemoryManager->deallocate(block);
+  memory_.deallocate(block);
 }
 
 xercesc::MemoryManager* GuardedMemory::getExceptionMemoryManager() {
-  return xercesc::XMLPlatformUtils::fgMemoryManager;
+  return memory_.getExceptionMemoryManager();
 }
 
 }  // namespace Orn

@@ -5,17 +5,16 @@
 #include <xercesc/framework/MemoryManager.hpp>
 
 #include "tqxml/foundation/LimitGuard.h"
+#include "tqxml/foundation/ParserMemory.h"
 
 namespace Orn {
 
-/// The memory of a parser that is guarded. It comes from where that of every parser comes from, and
-/// what an interrupted parser has left behind is given back with this object.
+/// The memory of a parser that is guarded: as that of any other, and counted.
 class GuardedMemory : public xercesc::MemoryManager {
  public:
   explicit GuardedMemory(LimitGuard& guard) : guard_(guard) {}
   GuardedMemory(GuardedMemory const&) = delete;
   GuardedMemory& operator=(GuardedMemory const&) = delete;
-  ~GuardedMemory() override;
 
   void* allocate(XMLSize_t size) override;
   void deallocate(void* place) override;
@@ -23,18 +22,13 @@ class GuardedMemory : public xercesc::MemoryManager {
   xercesc::MemoryManager* getExceptionMemoryManager() override;
 
  private:
-  /// All blocks form a ring. The one of this object is as aligned as Xerces aligns its objects.
-  struct Link {
-    Link* previous;
-    Link* next;
-  };
   /// In front of each block, and counted with it.
-  struct alignas(std::max_align_t) Block : Link {
+  struct alignas(std::max_align_t) Block {
     std::size_t size;
   };
 
   LimitGuard& guard_;
-  Link ring_{&ring_, &ring_};
+  ParserMemory memory_;
 };
 
 }  // namespace Orn

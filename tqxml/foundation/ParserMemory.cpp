@@ -14,6 +14,8 @@
 
 namespace Orn {
 
+static_assert(alignof(ParserMemory) <= alignof(void*), "Xerces aligns its objects no more");
+
 ParserMemory::~ParserMemory() {
   while (ring_.next != &ring_) give_to_xerces(ring_.next);
 }

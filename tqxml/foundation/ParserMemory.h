@@ -64,10 +64,19 @@ class ParserMemory final : public xercesc::MemoryManager {
   Link ring_{&ring_, &ring_};
 };
 
-/// What a parser's class derives from first, so that the memory is there before the parser and goes
-/// after it.
+/// What the class of a parser derives from first, so that the memory is there before the parser and
+/// goes after it.
 struct OwnsParserMemory {
   ParserMemory memory;
+};
+
+/// A parser with memory of its own.
+template <class Parser>
+class ParserWithMemory final : private OwnsParserMemory, public Parser {
+ public:
+  /// `first` is what the parser takes before its memory; of what it takes behind that it gets none.
+  template <class First>
+  explicit ParserWithMemory(First first) : Parser(first, &memory, nullptr) {}
 };
 
 }  // namespace Orn

@@ -14,7 +14,7 @@ ReadLimits ReadLimits::untrusted() {
   limits.namespaces = 1024;
   limits.bytes = 10'000'000;
   limits.markup_memory = 8'388'608;
-  limits.names = 32'768;
+  limits.names = 10'000;
   limits.name = 65'536;
   limits.text = 10'000'000;
   limits.attribute_value = 500'000;

@@ -77,10 +77,11 @@ struct TQXML_API ReadLimits {
   /// as the parser could read in the time that it takes.
   static constexpr std::uint64_t REFERENCE_COST = 100;
 
-  /// Limits for documents from anyone: DOCTYPE and what is external are refused, 10,000,000 bytes,
-  /// 1024 levels, 1024 attributes and as many namespace declarations, names of 65,536, texts and
-  /// values of 500,000, and 8 MiB for a piece of markup. For those who allow a DOCTYPE after all:
-  /// 100 characters a byte from 8,388,608 on.
+  /// Limits for documents from anyone. A DOCTYPE, what is external and unusual encodings are
+  /// refused. 10,000,000 bytes, 1024 levels, 1024 attributes, 1024 namespace declarations, 10,000
+  /// names of 65,536, texts of 10,000,000, attribute values of 500,000, and 8 MiB for a piece of
+  /// markup are allowed, and to those who allow a DOCTYPE after all 100 characters a byte from
+  /// 8,388,608 on.
   static ReadLimits untrusted();
 };
 

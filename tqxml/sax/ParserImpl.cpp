@@ -5,7 +5,6 @@
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include "tqxml/foundation/Raise.h"
 #include "tqxml/foundation/XercesMemory.h"
@@ -25,9 +24,6 @@ UString with_place(LimitCrossed const& crossed) {
 }
 
 }  // namespace
-
-SaxParser::ParserImpl::ParserImpl(std::istream* in)
-    : ParserImpl(in, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) {}
 
 SaxParser::ParserImpl::ParserImpl(std::istream* in, xercesc::MemoryManager* memory,
                                   LimitGuard* guard)

@@ -27,8 +27,7 @@ class SaxParser::ParserImpl : public xercesc::SAXParser {
     std::uint64_t column = 0;
   };
 
-  explicit ParserImpl(std::istream* in);
-  /// One whose memory comes from there, and that is kept to the limits of the guard.
+  /// Kept to the limits of the guard, if there is one.
   ParserImpl(std::istream* in, xercesc::MemoryManager* memory, LimitGuard* guard);
   ~ParserImpl() override;
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tqxml/foundation/ParserMemory.h"
 #include "tqxml/foundation/XercesMemory.h"
 #include "tqxml/foundation/XercesStart.h"
 #include "tqxml/sax/LimitedParserImpl.h"
@@ -48,7 +49,7 @@ std::shared_ptr<SaxParser::ParserImpl> SaxParser::new_parser(std::istream* in,
   // The parsers have an operator new of their own.
   // NOLINTBEGIN(modernize-make-shared)
   return with_xerces_memory([in, limits] {
-    return limits == nullptr ? std::shared_ptr<ParserImpl>(new ParserImpl(in))
+    return limits == nullptr ? std::shared_ptr<ParserImpl>(new ParserWithMemory<ParserImpl>(in))
                              : std::shared_ptr<ParserImpl>(new LimitedParserImpl(in, *limits));
   });
   // NOLINTEND(modernize-make-shared)
