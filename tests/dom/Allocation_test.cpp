@@ -66,6 +66,7 @@ namespace {
 
 using Orn::Catalogue;
 using Orn::DomParser;
+using Orn::ReadLimits;
 using Orn::RuntimeException;
 using Orn::UString;
 using Orn::XmlDoc;
@@ -199,6 +200,47 @@ TEST_F(AllocationFailure, InAParseIsAFailureThatCallersKnowAndTheNextTextIsParse
   Outcomes const outcomes = with_failing_allocations<Parse>();
   EXPECT_THAT(outcomes.of_call, IsSubsetOf({"success", "std::bad_alloc", "ZEMKA0676E"}));
   EXPECT_THAT(outcomes.of_call, testing::Contains("ZEMKA0676E"));
+  EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
+}
+
+struct ParseWithinLimits {
+  static ReadLimits limits() {
+    ReadLimits limits = ReadLimits::untrusted();
+    limits.refuse_doctype = false;
+    return limits;
+  }
+
+  DomParser parser{XML, limits()};
+
+  void call() { parser.root(); }
+  void use() {
+    parser.set_xml_doc_text(OTHER_XML);
+    EXPECT_EQ(parser.root().tag(), tag::r);
+    parser.set_xml_doc_text("<?xml version='1.0' encoding='UTF-7'?><r/>");
+    EXPECT_THROW(parser.root(), RuntimeException);
+  }
+};
+
+TEST_F(AllocationFailure, InAParseWithinLimitsIsTheSameAndTheLimitsStay) {
+  Outcomes const outcomes = with_failing_allocations<ParseWithinLimits>();
+  EXPECT_THAT(outcomes.of_call, IsSubsetOf({"success", "std::bad_alloc", "ZEMKA0676E"}));
+  EXPECT_THAT(outcomes.of_call, testing::Contains("ZEMKA0676E"));
+  EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
+}
+
+struct ConstructionWithLimits {
+  std::optional<DomParser> parser;
+
+  void call() { parser.emplace(OTHER_XML, ReadLimits::untrusted()); }
+  void use() {
+    call();
+    EXPECT_EQ(parser->root().tag(), tag::r);
+  }
+};
+
+TEST_F(AllocationFailure, InTheConstructorWithLimitsIsAFailureThatCallersKnow) {
+  Outcomes const outcomes = with_failing_allocations<ConstructionWithLimits>();
+  EXPECT_THAT(outcomes.of_call, IsSubsetOf({"success", "std::bad_alloc", "ZEMKA0676E"}));
   EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
 }
 

@@ -86,6 +86,7 @@ TEST(FailedInitialization, IsRaisedByEveryConstructor) {
        {std::function<void()>([] { DomParser parser; }),
         std::function<void()>([] { DomParser parser(""); }),
         std::function<void()>([] { DomParser parser("<r/>"); }),
+        std::function<void()>([] { DomParser parser("<r/>", Orn::ReadLimits::untrusted()); }),
         std::function<void()>([&] { DomParser parser(doc); })}) {
     EXPECT_TRUE(
         raises(construct, typeid(RuntimeException), Catalogue::UNABLE_TO_INITIALIZE_XERCES));

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <new>
 #include <string>
+#include <vector>
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -111,6 +112,7 @@ namespace {
 
 namespace tag = testtags;
 using Orn::Catalogue;
+using Orn::ReadLimits;
 using Orn::RuntimeException;
 using Orn::SaxParser;
 using Orn::StateException;
@@ -233,6 +235,42 @@ TEST_F(Allocations, AreAllFreedWhateverTheDocumentFailsOf) {
     }
     EXPECT_EQ(blocks_in_use, blocks) << xml;
     EXPECT_EQ(memory_of_xerces.blocks(), xerces_blocks) << xml;
+  }
+}
+
+TEST_F(Allocations, AreAllFreedWhateverLimitIsCrossed) {
+  std::string const long_name(300000, 'x');
+  std::string attributes;
+  for (int i = 0; i < 5000; ++i) attributes += " a" + std::to_string(i) + "=''";
+  std::string const doctype = "<!DOCTYPE r [<!ENTITY e '0123456789'><!ENTITY f '&e;&e;&e;&e;'>]>";
+  ReadLimits limits;
+  limits.amplification = 1;
+  limits.depth = 5;
+  limits.markup_memory = 500000;
+  limits.bytes = 400000;
+  std::vector<std::string> documents{
+      "<r><a><a><a><a><a>",
+      doctype + "<r>&f;</r>",
+      doctype + "<r a='&f;'/>",
+      doctype.substr(0, doctype.size() - 2) + "<!ENTITY % p ''>%p;%p;%p;]><r/>",
+      "<r>" + std::string(400000, ' '),
+      "<r>" + std::string(400, ' ') + "<a" + attributes,
+  };
+  for (char const* begin : {"<", "<r><a ", "<r><a b='", "<r><!--", "<r><?x ", "<r><![CDATA[",
+                            "<!DOCTYPE r [<!ENTITY e '", "<!DOCTYPE r PUBLIC '"}) {
+    documents.push_back(begin + long_name);
+  }
+  for (std::string const& xml : documents) {
+    SCOPED_TRACE(xml.substr(0, 60));
+    long const blocks = blocks_in_use, xerces_blocks = memory_of_xerces.blocks();
+    {
+      Source source(xml);
+      SaxParser parser(limits);
+      EXPECT_THROW(parser.initialize(&source).data(), StateException);
+      EXPECT_EQ(parser.error_text().find(u"ReadLimits::", 0), 0U) << parser.error_text();
+    }
+    EXPECT_EQ(blocks_in_use, blocks);
+    EXPECT_EQ(memory_of_xerces.blocks(), xerces_blocks);
   }
 }
 
@@ -380,14 +418,14 @@ char const* outcome_of(Call call) {
 }
 
 /// Reads the document with one allocation failing, `n` having succeeded. Returns whether it came to
-/// that.
-bool fails_with_allocation(long n) {
+/// that. `copied` is without a document.
+bool fails_with_allocation(long n, SaxParser const& copied) {
   Source source(document);
   memory_of_xerces.begin();
   long const blocks = blocks_in_use;
   bool failed = false;
   {
-    SaxParser parser;
+    SaxParser parser(copied);
     Findings findings;
     before_failure = n;
     char const* const outcome =
@@ -407,7 +445,19 @@ bool fails_with_allocation(long n) {
 
 TEST_F(Allocations, ThatFailAreABadAllocAndLeaveNothingBehind) {
   long failures = 0;
-  while (fails_with_allocation(failures)) {
+  while (fails_with_allocation(failures, SaxParser())) {
+    ASSERT_FALSE(HasFailure()) << "the allocation that failed was number " << failures;
+    ++failures;
+  }
+  EXPECT_GT(failures, 100);
+}
+
+TEST_F(Allocations, ThatFailWithinLimitsAreABadAllocToo) {
+  ReadLimits limits = ReadLimits::untrusted();
+  limits.refuse_doctype = false;
+  SaxParser const parser(limits);
+  long failures = 0;
+  while (fails_with_allocation(failures, parser)) {
     ASSERT_FALSE(HasFailure()) << "the allocation that failed was number " << failures;
     ++failures;
   }

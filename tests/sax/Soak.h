@@ -1,19 +1,13 @@
 #ifndef TESTS_SAX_SOAK_H
 #define TESTS_SAX_SOAK_H
 
-#include <sys/resource.h>
-#include <sys/time.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <istream>
 #include <streambuf>
 #include <string>
-#include <system_error>
 
+#include "tests/support/Needs.h"
 #include "tqxml/sax/SaxParser.h"
 
 namespace tests {
@@ -112,38 +106,9 @@ inline bool reads_all_of(std::uint64_t size) {
   return read == document.amounts();
 }
 
-/// What a run needed.
-struct Needs {
-  bool succeeded;
-  /// Processor time.
-  double seconds;
-  /// The most memory that was resident at a time.
-  double peak_mib;
-};
-
-/// Runs `reads_all_of(size)` in a process of its own, whose peak is not that of anything else.
+/// What `reads_all_of(size)` needs.
 inline Needs needs_of(std::uint64_t size) {
-  pid_t const child = fork();
-  if (child == -1) throw std::system_error(errno, std::generic_category(), "fork");
-  if (child == 0) {
-    bool read = false;
-    try {
-      read = reads_all_of(size);
-    } catch (...) {
-    }
-    _exit(read ? 0 : 1);
-  }
-  int status = 0;
-  rusage usage{};
-  if (wait4(child, &status, 0, &usage) == -1) {
-    throw std::system_error(errno, std::generic_category(), "wait4");
-  }
-  auto const seconds = [](timeval const& time) {
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-  };
-  return {WIFEXITED(status) && WEXITSTATUS(status) == 0,
-          seconds(usage.ru_utime) + seconds(usage.ru_stime),
-          static_cast<double>(usage.ru_maxrss) / 1024};
+  return needs_of([size] { return reads_all_of(size); });
 }
 
 constexpr std::uint64_t MIB = 1048576;

@@ -39,6 +39,10 @@ TEST(FailedInitialization, IsRaisedByEveryConstructor) {
   EXPECT_RAISES(SaxParser(in), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
   EXPECT_RAISES(SaxParser(&in), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
   EXPECT_RAISES(SaxParser(nullptr), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
+  Orn::ReadLimits const limits = Orn::ReadLimits::untrusted();
+  EXPECT_RAISES(SaxParser(limits), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
+  EXPECT_RAISES(SaxParser(in, limits), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
+  EXPECT_RAISES(SaxParser(&in, limits), RuntimeException, Catalogue::UNABLE_TO_INITIALIZE_XERCES);
 }
 
 TEST(FailedInitialization, LeavesTheStreamUnread) {
