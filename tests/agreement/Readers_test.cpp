@@ -211,6 +211,26 @@ TEST(BothReaders, ComplainOfTheSamePlaceInTheSameWords) {
   }
 }
 
+TEST(BothReaders, DifferInWhatTheTreeRefusesAndTheScannerTakes) {
+  for (std::string const xml : {
+           "<?xml version='1.5'?><r/>",
+           "<!DOCTYPE r [<!ATTLIST r :a CDATA 'v'>]><r/>",
+           "<r><?\xf0\x9f\x98\x80 x?></r>",
+           "<!DOCTYPE \xf0\x9f\x98\x80><r/>",
+           "<!DOCTYPE r [<!ENTITY \xf0\x9f\x98\x80 'x'>]><r/>",
+           "<!DOCTYPE r [<!NOTATION \xf0\x9f\x98\x80 SYSTEM 'x'>]><r/>",
+       }) {
+    SCOPED_TRACE(xml);
+    EXPECT_EQ(complaint_of_streaming(xml), std::vector<UString>());
+    try {
+      DomParser(xml).root();
+      ADD_FAILURE() << "it is not refused";
+    } catch (RuntimeException const& e) {
+      EXPECT_EQ(e.message().index(), Catalogue::XERCES_DOM_EXCEPTION);
+    }
+  }
+}
+
 /// `xml` without one of its characters. What cannot be decoded is found sooner by the reader that
 /// has all the bytes at hand, so that a character of several bytes stays whole.
 std::string damaged(std::string xml, unsigned int seed) {
