@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <list>
 #include <new>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@
 
 #include "fuzz/Target.h"
 
+// Where there are no sanitizers.
 #pragma weak __lsan_ignore_object
 
 namespace fuzz {
@@ -44,12 +46,12 @@ class MeteredMemory : public MemoryManager {
     exhausted_ = false;
     blocks_.clear();
   }
-  /// To be called when no parser is left. Xerces loses blocks when memory runs out, which is known.
-  void forget_lost_blocks() {
-    if (!exhausted_ || __lsan_ignore_object == nullptr) return;
+  bool is_exhausted() const { return exhausted_; }
+  /// Whatever has not been given back since `allow` is no leak.
+  void forget_blocks() const {
+    if (__lsan_ignore_object == nullptr) return;
     for (void const* block : blocks_) __lsan_ignore_object(block);
   }
-  bool is_exhausted() const { return exhausted_; }
 
   MemoryManager* getExceptionMemoryManager() override { return unmetered_; }
   void* allocate(XMLSize_t size) override {
@@ -71,7 +73,6 @@ class MeteredMemory : public MemoryManager {
   MemoryManager* const unmetered_;
   XMLSize_t left_ = UNLIMITED;
   bool exhausted_ = false;
-  /// What has been taken since `allow` and not given back.
   std::unordered_set<void const*> blocks_;
 };
 
@@ -91,16 +92,15 @@ class FilesInMemory : public xercesc::XMLFileMgr {
     check(!to_write, "a file is opened to be written");
     std::string_view const name(path);
     if (name.find("dtd") != name.npos) {
-      return new File{"<!ENTITY outer 'from outside'><!ATTLIST r x CDATA 'by default'>"};
+      return open("<!ENTITY outer 'from outside'><!ATTLIST r x CDATA 'by default'>");
     }
-    if (name.find("ent") != name.npos) return new File{"outside <a x='1'>text</a>"};
-    return nullptr;
+    return name.find("ent") == name.npos ? nullptr : open("outside <a x='1'>text</a>");
   }
   FileHandle openStdIn(MemoryManager* /*manager*/) override {
     fail("the standard input stream is opened");
   }
   void fileClose(FileHandle file, MemoryManager* /*manager*/) override {
-    delete static_cast<File*>(file);
+    open_.remove_if([file](File const& open) { return &open == file; });
   }
   void fileReset(FileHandle /*file*/, MemoryManager* /*manager*/) override {
     fail("a file is read again");
@@ -128,6 +128,21 @@ class FilesInMemory : public xercesc::XMLFileMgr {
     return xercesc::XMLString::replicate(u"/", manager);
   }
   bool isRelative(XMLCh const* path, MemoryManager* /*manager*/) override { return *path != u'/'; }
+
+  /// How many had not been closed.
+  std::size_t close_all() {
+    std::size_t const count = open_.size();
+    open_.clear();
+    return count;
+  }
+
+ private:
+  FileHandle open(std::string_view text) {
+    open_.push_front(File{text});
+    return &open_.front();
+  }
+
+  std::list<File> open_;
 };
 
 class NoNetwork : public xercesc::XMLNetAccessor {
@@ -142,42 +157,41 @@ class NoNetwork : public xercesc::XMLNetAccessor {
 };
 
 /// Puts all of them in place, for as long as the process lives. Xerces, which has been initialised
-/// when the library was loaded, is never terminated, and would not need what it had before.
-MeteredMemory& metered_memory() {
-  struct InPlace {
-    InPlace() : memory(XMLPlatformUtils::fgMemoryManager) {
-      XMLPlatformUtils::fgMemoryManager = &memory;
-      XMLPlatformUtils::fgFileMgr = &files;
-      XMLPlatformUtils::fgNetAccessor = &network;
-      // Nor does the name of an encoding make ICU look for a file of its own.
-      UErrorCode status = U_ZERO_ERROR;
-      udata_setFileAccess(UDATA_NO_FILES, &status);
-    }
-    // What Xerces had is nobody's otherwise, and would be taken for a leak.
-    xercesc::XMLFileMgr* const former_files = XMLPlatformUtils::fgFileMgr;
-    xercesc::XMLNetAccessor* const former_network = XMLPlatformUtils::fgNetAccessor;
-    MeteredMemory memory;
-    FilesInMemory files;
-    NoNetwork network;
-  };
-  static auto& in_place = *new InPlace;
-  return in_place.memory;
+/// when the library was loaded, is never terminated, and does not need what it had before.
+struct World {
+  World() : memory(XMLPlatformUtils::fgMemoryManager) {
+    XMLPlatformUtils::fgMemoryManager = &memory;
+    XMLPlatformUtils::fgFileMgr = &files;
+    XMLPlatformUtils::fgNetAccessor = &network;
+    // Nor does the name of an encoding make ICU look for a file of its own.
+    UErrorCode status = U_ZERO_ERROR;
+    udata_setFileAccess(UDATA_NO_FILES, &status);
+  }
+  // What Xerces had is nobody's otherwise, and would be taken for a leak.
+  xercesc::XMLFileMgr* const former_files = XMLPlatformUtils::fgFileMgr;
+  xercesc::XMLNetAccessor* const former_network = XMLPlatformUtils::fgNetAccessor;
+  MeteredMemory memory;
+  FilesInMemory files;
+  NoNetwork network;
+};
+
+World& world() {
+  static auto& the_world = *new World;
+  return the_world;
 }
 
 }  // namespace
 
-Confinement::Confinement() { metered_memory().allow(ALLOWANCE); }
+Confinement::Confinement() { world().memory.allow(ALLOWANCE); }
+
+// Xerces loses streams and files when memory runs out, which is known.
 Confinement::~Confinement() {
-  metered_memory().forget_lost_blocks();
-  metered_memory().allow(UNLIMITED);
+  std::size_t const open = world().files.close_all();
+  check(open == 0 || is_exhausted(), "a file stays open");
+  if (is_exhausted()) world().memory.forget_blocks();
+  world().memory.allow(UNLIMITED);
 }
-bool Confinement::is_exhausted() { return metered_memory().is_exhausted(); }
+
+bool Confinement::is_exhausted() { return world().memory.is_exhausted(); }
 
 }  // namespace fuzz
-
-// What Debian's Xerces-C++ 3.2.4 loses with an external DTD. Targets keep off those that they see;
-// there may be one in an encoding that they cannot read. No code of this project is called there.
-extern "C" char const* __lsan_default_suppressions() {
-  return "leak:xercesc_3_2::XMLScanner::scanProlog\n";
-}
-extern "C" char const* __asan_default_options() { return "print_suppressions=0"; }

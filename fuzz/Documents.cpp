@@ -25,7 +25,60 @@ std::size_t room_for(std::string const& other, std::size_t max_size) {
   return max_size > other.size() ? max_size - other.size() : 0;
 }
 
+void set_one(Orn::ReadLimits& limits, fuzz::Input& steering) {
+  std::size_t const which = steering.below(13);
+  std::uint64_t const value = steering.byte();
+  switch (which) {
+    case 0:
+      limits.refuse_doctype = value % 2 != 0;
+      break;
+    case 1:
+      limits.refuse_external = value % 2 != 0;
+      break;
+    case 2:
+      limits.refuse_unusual_encodings = value % 2 != 0;
+      break;
+    case 3:
+      limits.amplification = value / 16;
+      limits.amplification_floor = value % 16 * 64;
+      break;
+    case 4:
+      limits.depth = value;
+      break;
+    case 5:
+      limits.attributes = value / 8;
+      break;
+    case 6:
+      limits.namespaces = value / 8;
+      break;
+    case 7:
+      limits.bytes = value * 16;
+      break;
+    case 8:
+      limits.markup_memory = value * 1024;
+      break;
+    case 9:
+      limits.names = value / 8;
+      break;
+    case 10:
+      limits.name = value / 8;
+      break;
+    case 11:
+      limits.text = value;
+      break;
+    default:
+      limits.attribute_value = value / 4;
+  }
+}
+
 }  // namespace
+
+std::optional<Orn::ReadLimits> fuzz::next_limits(Input& steering) {
+  if (steering.below(4) != 3) return std::nullopt;
+  Orn::ReadLimits limits = steering.flag() ? Orn::ReadLimits::untrusted() : Orn::ReadLimits();
+  for (std::size_t n = 1 + steering.below(3); n > 0; --n) set_one(limits, steering);
+  return limits;
+}
 
 bool fuzz::mentions(std::string const& document, std::string const& word) {
   return without_zeros(document).find(word) != std::string::npos;

@@ -3,9 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "fuzz/Input.h"
+#include "tqxml/foundation/ReadLimits.h"
 
 namespace fuzz {
 
@@ -25,6 +27,9 @@ struct SteeredDocument {
   /// What steers longer than this adds nothing but time.
   static constexpr std::size_t MOST_STEERING = 200;
 };
+
+/// Limits for one document in four, most of them small.
+std::optional<Orn::ReadLimits> next_limits(Input& steering);
 
 /// Whether the bytes have `word`, as they are or in an encoding of several bytes a character.
 bool mentions(std::string const& document, std::string const& word);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -16,7 +17,7 @@
 
 // Parses a document, moves around in it with handles on whatever was met, and then walks all of it,
 // asking each element and attribute everything. What is left of a document that could not be parsed
-// is walked as well.
+// is walked as well. Some parsers have limits.
 
 namespace fuzz {
 namespace {
@@ -241,22 +242,6 @@ class Navigation {
   std::vector<Attribute> attributes_;
 };
 
-void set_text(DomParser& parser, std::string const& text, Input& steering) {
-  switch (steering.below(4)) {
-    case 0:
-      parser.set_xml_doc_text(text);
-      break;
-    case 1:
-      parser = DomParser(text);
-      break;
-    default:
-      // What it holds already is given up.
-      parser.set_xml_doc_text("<r><a/></r>");
-      parser.root();
-      parser.set_xml_doc_text(text);
-  }
-}
-
 /// Nil when there is nothing, not even of a document that is malformed.
 Elem root_of(DomParser& parser) {
   try {
@@ -271,13 +256,30 @@ Elem root_of(DomParser& parser) {
   }
 }
 
+void set_text(DomParser& parser, std::string const& text, Input& steering) {
+  switch (steering.below(4)) {
+    case 0:
+      parser.set_xml_doc_text(text);
+      break;
+    case 1:
+      parser = DomParser(text);
+      break;
+    default:
+      // What it holds already is given up.
+      parser.set_xml_doc_text("<r><a/></r>");
+      root_of(parser);
+      parser.set_xml_doc_text(text);
+  }
+}
+
 void run(SteeredDocument input) {
-  // Debian's Xerces-C++ 3.2.4 loses memory with each: so it keeps from using some that is gone.
-  if (has_external_subset(input.document)) return;
+  auto const limits = next_limits(input.steering);
   bool const at_once = input.steering.flag();
-  DomParser parser(at_once ? input.document : std::string());
-  if (!at_once) set_text(parser, input.document, input.steering);
-  Elem root = root_of(parser);
+  std::string const first = at_once ? input.document : std::string();
+  auto const parser =
+      limits ? std::make_unique<DomParser>(first, *limits) : std::make_unique<DomParser>(first);
+  if (!at_once) set_text(*parser, input.document, input.steering);
+  Elem root = root_of(*parser);
   if (root.is_nil()) return check_nil(root);
   Navigation(root, input.steering).run();
   Walk().element(root);

@@ -20,7 +20,8 @@
 // Reads a document in order first, and then calls operations in any order on handles, dropping
 // handles and parsers on the way. Of a well-formed document each answer must be the one that the
 // orderly reading leads to expect. Otherwise, and where the stream was made to break, any of the
-// failures that the reader has may come at any call.
+// failures that the reader has may come at any call. Some parsers have limits, which change nothing
+// of what is within them.
 
 namespace fuzz {
 namespace {
@@ -39,6 +40,10 @@ struct Node {
   struct Attribute {
     XmlTag::Id tag;
     UString value;
+
+    bool operator==(Attribute const& other) const {
+      return tag == other.tag && value == other.value;
+    }
   };
 
   XmlTag::Id tag = XmlTag::NO_TAG;
@@ -48,6 +53,11 @@ struct Node {
   UString text;
 
   bool is_empty() const { return children.empty() && text.empty(); }
+
+  bool operator==(Node const& other) const {
+    return tag == other.tag && attributes == other.attributes && children == other.children &&
+           text == other.text;
+  }
 };
 
 Node read_in_order(Elem elem) {
@@ -64,6 +74,12 @@ Node read_in_order(Elem elem) {
   return node;
 }
 
+/// Whether that is what goes beyond a limit.
+bool is_crossing(StateException const& e) {
+  return e.message().index() == Catalogue::PARSER_ERROR &&
+         e.message().arg(1).text().find(u"ReadLimits::", 0) != UString::npos;
+}
+
 /// Calls `reading`; false when the reader failed as it may on malformed input and broken streams.
 template <class Reading>
 bool could(Reading reading) {
@@ -71,7 +87,8 @@ bool could(Reading reading) {
     reading();
     return true;
   } catch (StateException const& e) {
-    check(e.message().index() == Catalogue::NOT_VALID_STREAM, "another message was raised");
+    check(e.message().index() == Catalogue::NOT_VALID_STREAM || is_crossing(e),
+          "another message was raised");
   } catch (Orn::RuntimeException const& e) {
     check(e.message().index() == Catalogue::BAD_READ, "another message was raised");
   } catch (Orn::TagException const&) {
@@ -82,21 +99,25 @@ bool could(Reading reading) {
   return false;
 }
 
+using Limits = std::optional<Orn::ReadLimits>;
+
+SaxParser new_parser(Limits const& limits) { return limits ? SaxParser(*limits) : SaxParser(); }
+
 /// None for what cannot be read to its end.
-std::optional<Node> read_in_order(std::string const& document) {
+std::optional<Node> read_in_order(std::string const& document, Limits const& limits) {
   Source source(document);
-  SaxParser parser;
+  SaxParser parser = new_parser(limits);
   Node node;
   bool const read = could([&] { node = read_in_order(parser.initialize(&source)); });
-  check(read || source.taken() <= document.size(), "more was taken than there is");
   return read ? std::optional<Node>(std::move(node)) : std::nullopt;
 }
 
 class Navigation {
  public:
   /// `expected` is null where anything may be answered.
-  Navigation(std::string const& document, Node const* expected, Input& steering)
-      : document_(document), expected_(expected), steering_(steering) {}
+  Navigation(std::string const& document, Limits const& limits, Node const* expected,
+             Input& steering)
+      : document_(document), limits_(limits), expected_(expected), steering_(steering) {}
 
   void run() {
     begin_anew();
@@ -138,7 +159,7 @@ class Navigation {
       source->break_at(position);
       if (steering_.flag()) source->exceptions(std::ios_base::badbit);
     }
-    if (parser_ == nullptr) parser_ = std::make_unique<SaxParser>();
+    if (parser_ == nullptr) parser_ = std::make_unique<SaxParser>(new_parser(limits_));
     ++reading_;
     taken_.clear();
     Elem root;
@@ -354,6 +375,7 @@ class Navigation {
   }
 
   std::string const& document_;
+  Limits const& limits_;
   Node const* const expected_;
   Input& steering_;
   std::unique_ptr<Source> source_;
@@ -365,10 +387,14 @@ class Navigation {
 };
 
 void run(SteeredDocument input) {
-  std::optional<Node> const expected = read_in_order(input.document);
+  Limits const limits = next_limits(input.steering);
+  std::optional<Node> const expected = read_in_order(input.document, limits);
+  if (limits && expected) {
+    check(read_in_order(input.document, std::nullopt) == expected, "limits change what is read");
+  }
   // A part of the well-formed documents is read as if it were not, from streams that break.
   bool const is_known = expected && input.steering.below(4) != 0;
-  Navigation(input.document, is_known ? &*expected : nullptr, input.steering).run();
+  Navigation(input.document, limits, is_known ? &*expected : nullptr, input.steering).run();
 }
 
 }  // namespace
