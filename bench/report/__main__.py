@@ -78,7 +78,11 @@ def write_document(arguments: argparse.Namespace) -> int:
 
 def _goals(outcomes: list[Outcome]) -> str:
     met = sum(outcome.met for outcome in outcomes)
-    return f"### Goals\n\n{met} of {len(outcomes)} are met.\n\n{goals_table(outcomes)}"
+    uncertain = sum(not outcome.certain for outcome in outcomes)
+    return (
+        f"### Goals\n\n{met} of {len(outcomes)} are met. For {uncertain}, which have a question "
+        f"mark, more rounds might tell otherwise.\n\n{goals_table(outcomes)}"
+    )
 
 
 def compare_builds(arguments: argparse.Namespace) -> int:

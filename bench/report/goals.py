@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from functools import partial
 
 from memory import Memory
-from results import SIZES, US, Name, Results
+from results import SIZES, US, Name, Ratio, Results
 
 # Not those that show a limit.
 _NO_PEERS = (US, "by_hand", "copy")
@@ -79,13 +79,19 @@ class Outcome:
     against: str
     column: str
     goal: float
-    measured: float | None
+    measured: Ratio | None
     unit: str = ""
     floor: Floor | None = None
 
     @property
     def met(self) -> bool:
-        return self.measured is not None and self.measured <= self.goal
+        return self.measured is not None and self.measured.median <= self.goal
+
+    @property
+    def certain(self) -> bool:
+        """Would more rounds not change it?"""
+        ratio = self.measured
+        return ratio is None or not ratio.lower <= self.goal < ratio.upper
 
 
 def evaluate(results: Results, memory: Memory) -> list[Outcome]:
@@ -120,18 +126,18 @@ def _linear(results: Results) -> Iterator[Outcome]:
         yield Outcome(job, f"a byte at {shorter}", longer, LINEAR, ours, floor=floor)
 
 
-def _growth_for_a_byte(results: Results, job: str, contender: str) -> float | None:
+def _growth_for_a_byte(results: Results, job: str, contender: str) -> Ratio | None:
     shorter, longer = (Name(job, contender, size) for size in SIZES[-2:])
     growth = results.ratio(longer, shorter)
     if growth is None:
         return None
-    return growth * results.measured[shorter].bytes / results.measured[longer].bytes
+    return growth * (results.measured[shorter].bytes / results.measured[longer].bytes)
 
 
-def _floor(contender: str, measure: Callable[[str], float | None]) -> Floor | None:
+def _floor(contender: str, measure: Callable[[str], Ratio | None]) -> Floor | None:
     """None as well if it was not measured."""
     measured = measure(contender)
-    return None if measured is None else Floor(contender, measured)
+    return None if measured is None else Floor(contender, measured.median)
 
 
 def _counted(results: Results) -> Iterator[Outcome]:
@@ -156,11 +162,15 @@ def _steps(results: Results, job: str, contender: str) -> Iterator[Outcome]:
         yield Outcome(f"{job}/{contender}", against, more, goal, growth(contender), floor=floor)
 
 
-def _growth(results: Results, job: str, fewer: str, more: str, contender: str) -> float | None:
+def _growth(results: Results, job: str, fewer: str, more: str, contender: str) -> Ratio | None:
     return results.ratio(Name(job, contender, more), Name(job, contender, fewer))
 
 
 def _memory(memory: Memory) -> Iterator[Outcome]:
-    growth, peak = memory.stream_growth_kib, memory.write_peak
+    growth, peak = _counted_once(memory.stream_growth_kib), _counted_once(memory.write_peak)
     yield Outcome("read_stream memory", "64KiB", "256MiB", STREAM_GROWTH_KIB, growth, "KiB more")
     yield Outcome("write memory", "the document", "16MiB", WRITE_PEAK, peak, "times")
+
+
+def _counted_once(number: float | None) -> Ratio | None:
+    return None if number is None else Ratio(number, number, number)

@@ -11,6 +11,9 @@ from typing import Any, NamedTuple
 SIZES = ("300B", "3KiB", "64KiB", "1MiB", "16MiB")
 US = "tqxml"
 
+# Of so few the least and the greatest tell about the median as well.
+_FEW_ROUNDS = 7
+
 _SECONDS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
 # What Google Benchmark appends to the names that it was given.
 _APPENDED = re.compile(r"/(min_time|min_warmup_time|iterations|repeats):.*$")
@@ -49,6 +52,19 @@ class Measured:
         return self.bytes / self.seconds
 
 
+@dataclass(frozen=True)
+class Ratio:
+    """A median of several rounds, and between what it would be if there were more of them (with a
+    probability of some 95 %): for nine rounds between all but the least and the greatest."""
+
+    median: float
+    lower: float
+    upper: float
+
+    def __mul__(self, factor: float) -> "Ratio":
+        return Ratio(self.median * factor, self.lower * factor, self.upper * factor)
+
+
 class Results:
     """The benchmarks in the order in which they were registered."""
 
@@ -60,11 +76,15 @@ class Results:
         found = self.measured.get(name)
         return found.seconds if found else None
 
-    def ratio(self, ours: Name, theirs: Name) -> float | None:
+    def ratio(self, ours: Name, theirs: Name) -> Ratio | None:
         """The time of the one divided by that of the other: the median of the rounds that have
         both, so that a slow phase of the machine, which meets both, does not count."""
         a, b = self.measured.get(ours), self.measured.get(theirs)
-        return median(x / y for x, y in zip(a.rounds, b.rounds)) if a and b else None
+        if not a or not b:
+            return None
+        ratios = sorted(x / y for x, y in zip(a.rounds, b.rounds))
+        inner = ratios[1:-1] if len(ratios) > _FEW_ROUNDS else ratios
+        return Ratio(median(ratios), inner[0], inner[-1])
 
     def jobs(self) -> list[str]:
         return _distinct(name.job for name in self.measured)

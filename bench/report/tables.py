@@ -55,7 +55,7 @@ def _speed_and_ratio(results: Results, name: Name) -> str:
     ratio = results.ratio(Name(name.job, US, name.column), name)
     if ratio is None or name.contender == US:
         return _speed(results, name)
-    return f"{_speed(results, name)} ({significant(ratio)})"
+    return f"{_speed(results, name)} ({significant(ratio.median)})"
 
 
 def _speed(results: Results, name: Name) -> str:
@@ -87,7 +87,7 @@ def _times_and_growth(results: Results, names: list[Name]) -> Iterator[str]:
     yield _time(results, names[0])
     for before, name in zip(names, names[1:]):
         growth = results.ratio(name, before)
-        yield _time(results, name) + (f" (× {growth:.2f})" if growth else "")
+        yield _time(results, name) + (f" (× {growth.median:.2f})" if growth else "")
 
 
 def goals_table(outcomes: list[Outcome]) -> str:
@@ -97,13 +97,22 @@ def goals_table(outcomes: list[Outcome]) -> str:
             outcome.against,
             outcome.column,
             _amount(outcome.goal, outcome.unit),
-            _amount(outcome.measured, outcome.unit),
+            _amount(outcome.measured.median if outcome.measured else None, outcome.unit),
+            _spread(outcome),
             _floor(outcome.floor),
-            "met" if outcome.met else "MISSED",
+            ("met" if outcome.met else "MISSED") + ("" if outcome.certain else "?"),
         ]
         for outcome in outcomes
     ]
-    return table(["job", "against", "", "at most", "measured", "floor", "goal"], rows, left=3)
+    titles = ["job", "against", "", "at most", "measured", "spread", "floor", "goal"]
+    return table(titles, rows, left=3)
+
+
+def _spread(outcome: Outcome) -> str:
+    ratio = outcome.measured
+    if ratio is None or ratio.lower == ratio.upper:
+        return ""
+    return f"{significant(ratio.lower)} to {significant(ratio.upper)}"
 
 
 def _floor(floor: Floor | None) -> str:
