@@ -96,7 +96,7 @@ std::unique_ptr<xercesc::XercesDOMParser> DomParser::new_parser(ReadLimits const
 }
 
 DomParser::LimitedParser* DomParser::limited_parser() const {
-  // Without limits, which is asked for each text, that is a fraction of a dynamic_cast.
+  // Asked for each text: comparing the types costs a fraction of a dynamic_cast.
   xercesc::XercesDOMParser* const held = parser.get();
   bool const is_limited = held != nullptr && typeid(*held) == typeid(LimitedParser);
   return is_limited ? static_cast<LimitedParser*>(held) : nullptr;

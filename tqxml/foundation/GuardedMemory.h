@@ -18,7 +18,7 @@ class GuardedMemory : public xercesc::MemoryManager {
 
   void* allocate(XMLSize_t size) override;
   void deallocate(void* place) override;
-  /// Exceptions may outlive the parser.
+  /// As that of ParserMemory.
   xercesc::MemoryManager* getExceptionMemoryManager() override;
 
  private:

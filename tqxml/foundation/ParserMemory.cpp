@@ -1,7 +1,5 @@
 #include "tqxml/foundation/ParserMemory.h"
 
-#include <sanitizer/asan_interface.h>
-
 #include <algorithm>
 #include <limits>
 #include <new>
@@ -9,10 +7,31 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-// Where addresses are sanitized, what nobody may touch is poisoned, as if each block had come
-// by itself.
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#define TQXML_ADDRESSES_ARE_SANITIZED
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define TQXML_ADDRESSES_ARE_SANITIZED
+#endif
+#ifdef TQXML_ADDRESSES_ARE_SANITIZED
+#include <sanitizer/asan_interface.h>
+#endif
 
 namespace Orn {
+namespace {
+
+// Where addresses are sanitized, what nobody may touch is forbidden, as if each block had come by
+// itself.
+#ifdef TQXML_ADDRESSES_ARE_SANITIZED
+void forbid(void* begin, std::size_t bytes) { ASAN_POISON_MEMORY_REGION(begin, bytes); }
+void allow(void* begin, std::size_t bytes) { ASAN_UNPOISON_MEMORY_REGION(begin, bytes); }
+#else
+void forbid(void* /*begin*/, std::size_t /*bytes*/) {}
+void allow(void* /*begin*/, std::size_t /*bytes*/) {}
+#endif
+
+}  // namespace
 
 static_assert(alignof(ParserMemory) <= alignof(void*), "Xerces aligns its objects no more");
 
@@ -23,7 +42,7 @@ ParserMemory::~ParserMemory() {
 void* ParserMemory::allocate(XMLSize_t size) {
   if (size > MOST_STEPS * STEP) return take_large(size);
   void* const block = take_small(std::max<std::size_t>((size + STEP - 1) / STEP, 1));
-  ASAN_UNPOISON_MEMORY_REGION(block, size);
+  allow(block, size);
   return block;
 }
 
@@ -36,10 +55,10 @@ void* ParserMemory::take_small(std::size_t steps) {
   if (static_cast<std::size_t>(end_ - begin_) < sizeof(Header) + size) {
     begin_ = static_cast<std::byte*>(take_from_xerces(PIECE));
     end_ = begin_ + PIECE;
-    ASAN_POISON_MEMORY_REGION(begin_, PIECE);
+    forbid(begin_, PIECE);
   }
   std::byte* const place = std::exchange(begin_, begin_ + sizeof(Header) + size);
-  ASAN_UNPOISON_MEMORY_REGION(place, sizeof(Header));
+  allow(place, sizeof(Header));
   return new (place) Header{size, nullptr} + 1;
 }
 
@@ -71,7 +90,7 @@ void ParserMemory::deallocate(void* block) {
     give_to_xerces(reinterpret_cast<FromXerces*>(header) - 1);
     return;
   }
-  ASAN_POISON_MEMORY_REGION(block, header->size);
+  forbid(block, header->size);
   header->next = std::exchange(waiting_[header->size / STEP], header);
 }
 

@@ -26,7 +26,8 @@ class ParserMemory final : public xercesc::MemoryManager {
   void* allocate(XMLSize_t size) override;
   /// Null is nothing to give back.
   void deallocate(void* block) override;
-  /// That of Xerces itself: an exception may outlive the parser.
+  /// That of Xerces itself: an XMLException may outlive the parser. (A SAXException has its text in
+  /// the memory of the parser all the same.)
   xercesc::MemoryManager* getExceptionMemoryManager() override;
 
  private:

@@ -60,6 +60,7 @@ class TQXML_API TextBuffer {
     /// place.
     template <class Search>
     Unit const* put_until(UString const& text) noexcept {
+      static_assert(Search::BLOCK == BLOCK, "a short text is read and put as a whole block");
       Unit const* const from = text.data();
       Unit const* const end = from + text.length();
       Unit const* const place = text.length() < BLOCK ? Search::copy_short_until(from, end, to_)

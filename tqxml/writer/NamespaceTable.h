@@ -50,8 +50,8 @@ class TQXML_API NamespaceTable {
     UString const* prefix = nullptr;
   };
 
-  /// What `prefix_of` found since the table last changed, for a few namespaces. Its prefixes belong
-  /// to one table: copies begin without answers.
+  /// What `prefix_of` found, for a few namespaces. Forgotten when a prefix moves or may come before
+  /// another of its namespace. The prefixes belong to one table: copies begin without answers.
   class Answers {
    public:
     Answers() noexcept = default;

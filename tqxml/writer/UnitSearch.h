@@ -19,6 +19,9 @@ class UnitSearch {
  public:
   using Unit = UString::unit_type;
 
+  /// Units that are looked at together.
+  static constexpr std::ptrdiff_t BLOCK = 8;
+
   /// The place of the first of them, or `end`.
   static Unit const* find(Unit const* from, Unit const* end) noexcept {
 #ifdef TQXML_SEARCH_WITH_SSE2
@@ -59,7 +62,6 @@ class UnitSearch {
   static bool has_sse2() noexcept { return __builtin_cpu_supports("sse2") != 0; }
 #endif
 
-  static constexpr std::ptrdiff_t BLOCK = 8;
   static constexpr std::ptrdiff_t BLOCKS = 4;
 
   /// For a text of at least one block.
