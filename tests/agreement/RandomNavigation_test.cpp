@@ -9,6 +9,7 @@
 
 #include "tests/agreement/RandomDocument.h"
 #include "tests/support/Raises.h"
+#include "tests/support/RandomTries.h"
 #include "tqxml/foundation/Catalogue.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/sax/SaxParser.h"
@@ -167,7 +168,7 @@ class RandomNavigation {
 };
 
 TEST(TheStreamingReader, AnswersRandomCallsFromTheDocument) {
-  for (unsigned int seed = 0; seed < 2000; ++seed) {
+  for (unsigned int seed = 0; seed < random_tries(2000); ++seed) {
     RandomNavigation navigation(seed);
     for (int calls = 0; calls < 200; ++calls) {
       ASSERT_NO_THROW(navigation.call_one()) << "seed " << seed << '\n' << navigation.xml();
