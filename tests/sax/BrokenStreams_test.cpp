@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <istream>
+#include <sstream>
+#include <streambuf>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/sax/SaxReader.h"
@@ -51,7 +56,7 @@ void read_all(Elem element, std::vector<Seen>& seen) {
   seen[place].ended = true;
 }
 
-void read_all(Source& source, std::vector<Seen>& seen) {
+void read_all(std::istream& source, std::vector<Seen>& seen) {
   SaxParser parser;
   try {
     read_all(parser.initialize(&source), seen);
@@ -112,7 +117,7 @@ std::string cut_at(std::size_t cut) {
 std::size_t const end_of_root = body.find("</r>") + 4;
 
 void expect_failure_of(
-    Source& source,
+    std::istream& source,
     std::function<testing::AssertionResult(std::function<void()> const&)> const& fails) {
   std::vector<Seen> seen;
   EXPECT_TRUE(fails([&] { read_all(source, seen); }));
@@ -206,6 +211,117 @@ TEST(AStream, ThatThrowsAtItsEndHasItsExceptionPassedOn) {
     Source source(cut_at(cut));
     source.exceptions(std::ios_base::failbit);
     expect_failure_of(source, throws<std::ios_base::failure>);
+  }
+}
+
+/// A stream that gives one byte at a time, up to `end`, where it breaks if it is told to.
+class Trickle : public std::istream {
+ public:
+  explicit Trickle(std::string bytes, std::size_t end = std::string::npos, bool breaks = false)
+      : std::istream(nullptr), buffer_(bytes.substr(0, end), breaks) {
+    rdbuf(&buffer_);
+  }
+
+ private:
+  class Buffer : public std::streambuf {
+   public:
+    Buffer(std::string bytes, bool breaks) : bytes_(std::move(bytes)), breaks_(breaks) {}
+
+   protected:
+    int_type underflow() override {
+      if (place_ == bytes_.size()) {
+        if (breaks_) throw SourceBroke();
+        return traits_type::eof();
+      }
+      char* const byte = &bytes_[place_++];
+      setg(byte, byte, byte + 1);
+      return traits_type::to_int_type(*byte);
+    }
+
+   private:
+    std::string bytes_;
+    bool breaks_;
+    std::size_t place_ = 0;
+  };
+
+  Buffer buffer_;
+};
+
+void expect_all_of_the_document(std::istream& stream) {
+  Source source(head + body);
+  std::vector<Seen> expected;
+  read_all(source, expected);
+  std::vector<Seen> seen;
+  read_all(stream, seen);
+  ASSERT_EQ(seen.size(), expected.size());
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    EXPECT_EQ(seen[i].tag, expected[i].tag);
+    EXPECT_EQ(seen[i].attributes, expected[i].attributes);
+    EXPECT_EQ(seen[i].data, expected[i].data);
+  }
+}
+
+TEST(AStream, ThatGivesOneByteAtATimeGivesTheSameDocument) {
+  Trickle stream(head + body);
+  expect_all_of_the_document(stream);
+}
+
+TEST(AStream, ThatGivesOneByteAtATimeAndEndsAnywhereIsMalformed) {
+  for (std::size_t end = 0; end < head.size() + end_of_root; ++end) {
+    SCOPED_TRACE(end);
+    Trickle stream(head + body, end);
+    expect_failure_of(stream, raises_not_valid_stream);
+  }
+}
+
+TEST(AStream, ThatGivesOneByteAtATimeAndGoesBadAnywhereIsABadRead) {
+  for (std::size_t end = 0; end < head.size() + body.size(); ++end) {
+    SCOPED_TRACE(end);
+    Trickle stream(head + body, end, true);
+    expect_failure_of(stream, raises_bad_read);
+  }
+}
+
+TEST(AStream, ThatGivesOneByteAtATimeAndThrowsAnywhereHasItsExceptionPassedOn) {
+  for (std::size_t end = 0; end < head.size() + body.size(); ++end) {
+    SCOPED_TRACE(end);
+    Trickle stream(head + body, end, true);
+    stream.exceptions(std::ios_base::badbit);
+    expect_failure_of(stream, throws<SourceBroke>);
+  }
+}
+
+/// A stream whose first delivery is shorter than what was asked for, which is its end.
+class Shortcoming : public std::istream {
+ public:
+  Shortcoming(std::string bytes, std::size_t first)
+      : std::istream(nullptr), buffer_(std::move(bytes), first) {
+    rdbuf(&buffer_);
+  }
+
+ private:
+  class Buffer : public std::stringbuf {
+   public:
+    Buffer(std::string const& bytes, std::size_t first)
+        : std::stringbuf(bytes), left_(static_cast<std::streamsize>(first)) {}
+
+   protected:
+    std::streamsize xsgetn(char* to, std::streamsize wanted) override {
+      return std::stringbuf::xsgetn(to, std::min(wanted, std::exchange(left_, wanted)));
+    }
+
+   private:
+    std::streamsize left_;
+  };
+
+  Buffer buffer_;
+};
+
+TEST(AStream, ThatDeliversLessThanWasAskedForHasEnded) {
+  for (std::size_t first = 0; first < end_of_root; ++first) {
+    SCOPED_TRACE(first);
+    Shortcoming stream(head + body, head.size() + first);
+    expect_failure_of(stream, raises_not_valid_stream);
   }
 }
 

@@ -13,6 +13,7 @@
 #include "tests/sax/SaxReader.h"
 #include "tests/support/Trees.h"
 #include "tests/trees/Allocations.h"
+#include "tests/trees/FailingAllocations.h"
 #include "tqutil/UtilExceptions.h"
 
 // In this program allocations are counted, and any of them can be made to fail.
@@ -193,34 +194,6 @@ TEST(Memory, IsNotTakenByAnAssignmentOfAnElementToItself) {
   Elem& same = tree;
   EXPECT_EQ(blocks_taken_by([&] { tree = same; }), 0);
   EXPECT_EQ(blocks_taken_by([&] { tree = std::move(same); }), 0);
-}
-
-/// Calls `attempt` again and again, each time with a later allocation failing in the call that it
-/// is given to make, until none fails. Returns how often one failed.
-using Call = std::function<void()>;
-int fail_each_allocation(
-    std::function<void(std::function<bool(Call const&)> const&)> const& attempt) {
-  bool failed = true;
-  int failures = -1;
-  while (failed) {
-    ++failures;
-    long const live = Allocations::live();
-    attempt([&](Call const& call) {
-      bool raised = false;
-      Allocations::fail_after(failures);
-      try {
-        call();
-      } catch (std::bad_alloc const&) {
-        raised = true;
-      }
-      failed = Allocations::stop_failing();
-      EXPECT_EQ(raised, failed) << "at allocation " << failures;
-      return raised;
-    });
-    EXPECT_EQ(Allocations::live(), live) << "after a failure of allocation " << failures;
-    if (testing::Test::HasFailure()) break;
-  }
-  return failures;
 }
 
 struct Operation {
