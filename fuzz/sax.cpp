@@ -121,7 +121,7 @@ class Navigation {
 
   void run() {
     begin_anew();
-    while (!steering_.at_end()) {
+    while (!steering_.at_end() && reading_ < MOST_READINGS) {
       if (elems_.empty()) take_root();
       // Without a root there is nothing to be called.
       if (elems_.empty()) begin_anew();
@@ -131,6 +131,9 @@ class Navigation {
   }
 
  private:
+  /// Making a parser takes longer than anything else.
+  static constexpr std::size_t MOST_READINGS = 4;
+
   /// A handle on an element, whose node is null where anything may be answered.
   struct Handle {
     Elem elem;
