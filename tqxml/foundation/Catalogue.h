@@ -49,7 +49,7 @@ class TQXML_API Catalogue {
     NOT_VALID_STREAM = 30,
     OPT_CHILD_AFTER_NEXT_CHILD = 31,
     CHILD_AFTER_NEXT_CHILD = 32,
-    PARSER_ERROR = 33,  ///< the parser's text
+    PARSER_ERROR = 33,  ///< the parser's text, or that of a limit
   };
 
   /// The number of messages.

@@ -37,22 +37,20 @@ SaxParser& SaxParser::operator=(SaxParser const& other) = default;
 SaxParser::~SaxParser() { impl_.reset(); }
 
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
-  auto fresh = new_parser(in, impl_ == nullptr ? nullptr : impl_->limits());
+  std::shared_ptr<ParserImpl> fresh = new_parser(in, impl_ == nullptr ? nullptr : impl_->limits());
   root_ = Ref<ElemImpl>();
   impl_ = std::move(fresh);
   root_ = impl_->root();
   return root();
 }
 
-std::shared_ptr<SaxParser::ParserImpl> SaxParser::new_parser(std::istream* in,
+std::unique_ptr<SaxParser::ParserImpl> SaxParser::new_parser(std::istream* in,
                                                              ReadLimits const* limits) {
-  // The parsers have an operator new of their own.
-  // NOLINTBEGIN(modernize-make-shared)
+  using Parser = std::unique_ptr<ParserImpl>;
   return with_xerces_memory([in, limits] {
-    return limits == nullptr ? std::shared_ptr<ParserImpl>(new ParserWithMemory<ParserImpl>(in))
-                             : std::shared_ptr<ParserImpl>(new LimitedParserImpl(in, *limits));
+    if (limits != nullptr) return Parser(std::make_unique<LimitedParserImpl>(in, *limits));
+    return Parser(std::make_unique<ParserWithMemory<ParserImpl>>(in));
   });
-  // NOLINTEND(modernize-make-shared)
 }
 
 SaxParser::Elem SaxParser::root() const { return Elem(root_); }

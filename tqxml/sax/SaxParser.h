@@ -109,7 +109,8 @@ class TQXML_API SaxParser {
   class RecordPool;
   class TagCache;
 
-  static std::shared_ptr<ParserImpl> new_parser(std::istream* in, ReadLimits const* limits);
+  /// Null for no limits.
+  static std::unique_ptr<ParserImpl> new_parser(std::istream* in, ReadLimits const* limits);
 
   std::shared_ptr<ParserImpl> impl_;
   Ref<ElemImpl> root_;
