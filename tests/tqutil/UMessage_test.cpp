@@ -156,6 +156,19 @@ TEST(Message, OfNoCatalogueSaysSo) {
   EXPECT_EQ(UMessage::sprintf(nullptr, 0, Arg::nil), u"Message 0 of no catalogue");
 }
 
+TEST(Message, OfACatalogueWhoseHeaderTellsNoNumberMayHaveAnyIndex) {
+  for (char const* const header : {"demo", "demo ", "demo x", "demo 0x"}) {
+    char const* catalogue[] = {header, "DEMO0001E one", "DEMO0002E two"};
+    EXPECT_EQ(UMessage(catalogue, 2).text(), u"DEMO0002E two") << header;
+  }
+}
+
+TEST(Message, OfACatalogueWithoutAHeaderSaysSoInsteadOfTheHeader) {
+  char const* catalogue[] = {nullptr, "DEMO0001E one"};
+  EXPECT_EQ(UMessage(catalogue, 0).text(), u"Message 0 of no catalogue");
+  EXPECT_EQ(UMessage(catalogue, 1).text(), u"DEMO0001E one");
+}
+
 TEST(Message, TellsWhatItIsMadeOf) {
   UMessage const message(catalogue, 2, Arg(UString(u"x")), Arg(7L));
   EXPECT_EQ(message.catalogue(), catalogue);

@@ -69,6 +69,11 @@ TEST(UString, MadeFromAStandardStringHoldsAllItsUnits) {
   Unit const units[] = {'a', 0, 'b', 0xDC00};
   UString const text = Standard(units, 4);
   EXPECT_EQ(text, text_of({u'a', u'\0', u'b', u'\xDC00'}));
+  Standard const standard(units, 4);
+  UString copy(standard);
+  EXPECT_EQ(copy, text);
+  copy.append(u"no more");
+  EXPECT_EQ(standard, Standard(units, 4));
 }
 
 TEST(UString, ItsUnitsAreFollowedByAZero) {

@@ -63,6 +63,15 @@ TEST(UStringMemory, OfAnObjectAskedForWithoutExceptionsIsIcus) {
   EXPECT_EQ(blocks.live(), 0);
 }
 
+TEST(UStringMemory, OfAnArrayAskedForWithoutExceptionsIsIcus) {
+  IcuBlocks const blocks;
+  std::unique_ptr<UString[]> texts(new (std::nothrow) UString[3]);
+  EXPECT_EQ(blocks.live(), 1);
+  texts[2].append(long_text);
+  texts.reset();
+  EXPECT_EQ(blocks.live(), 0);
+}
+
 TEST(UStringMemory, OfAnObjectInAGivenPlaceIsThatPlace) {
   IcuBlocks const blocks;
   alignas(UString) unsigned char place[sizeof(UString)];
@@ -102,8 +111,20 @@ TEST(UStringMemory, OfAnObjectWhoseTextFindsNoRoomIsGivenBack) {
   Heap::cpp.refuse_after(0);
   EXPECT_THROW(static_cast<void>(new (std::nothrow) UString(long_text)), std::bad_alloc);
   EXPECT_TRUE(Heap::cpp.stop_refusing());
-  EXPECT_EQ(blocks.taken(), 2);
+  Heap::cpp.refuse_after(0);
+  EXPECT_THROW(static_cast<void>(new (std::nothrow) UString[2]{u"x", long_text}), std::bad_alloc);
+  EXPECT_TRUE(Heap::cpp.stop_refusing());
+  EXPECT_EQ(blocks.taken(), 3);
   EXPECT_EQ(blocks.live(), 0);
+}
+
+TEST(UStringMemory, OfAGivenPlaceIsLeftAloneWhenTheTextFindsNoRoom) {
+  IcuBlocks const blocks;
+  alignas(UString) unsigned char place[sizeof(UString)];
+  Heap::cpp.refuse_after(0);
+  EXPECT_THROW(static_cast<void>(new (place) UString(long_text)), std::bad_alloc);
+  EXPECT_TRUE(Heap::cpp.stop_refusing());
+  EXPECT_EQ(blocks.taken(), 0);
 }
 
 TEST(UStringMemory, GivenBackOfNothingIsNothing) {
