@@ -217,7 +217,8 @@ TEST(AStream, ThatThrowsAtItsEndHasItsExceptionPassedOn) {
 /// A stream that gives one byte at a time, up to `end`, where it breaks if it is told to.
 class Trickle : public std::istream {
  public:
-  explicit Trickle(std::string bytes, std::size_t end = std::string::npos, bool breaks = false)
+  explicit Trickle(std::string const& bytes, std::size_t end = std::string::npos,
+                   bool breaks = false)
       : std::istream(nullptr), buffer_(bytes.substr(0, end), breaks) {
     rdbuf(&buffer_);
   }
@@ -294,8 +295,8 @@ TEST(AStream, ThatGivesOneByteAtATimeAndThrowsAnywhereHasItsExceptionPassedOn) {
 /// A stream whose first delivery is shorter than what was asked for, which is its end.
 class Shortcoming : public std::istream {
  public:
-  Shortcoming(std::string bytes, std::size_t first)
-      : std::istream(nullptr), buffer_(std::move(bytes), first) {
+  Shortcoming(std::string const& bytes, std::size_t first)
+      : std::istream(nullptr), buffer_(bytes, first) {
     rdbuf(&buffer_);
   }
 
