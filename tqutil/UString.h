@@ -16,10 +16,10 @@ namespace Orn {
 
 /// A text of UTF-16 code units, held by value and copied deeply.
 ///
-///   UString text(u"caf\u00e9");
-///   text.append(u" au lait").append(static_cast<unsigned short>('!'));
-///   std::cout << text << '\n';                      // as UTF-8
-///   UString same = UString::from_utf8("caf\xc3\xa9 au lait!");
+///     UString text(u"caf\u00e9");
+///     text.append(u" au lait").append(static_cast<unsigned short>('!'));
+///     std::cout << text << '\n';                      // as UTF-8
+///     UString same = UString::from_utf8("caf\xc3\xa9 au lait!");
 ///
 /// Positions, lengths and capacities count code units, not characters. Nothing is normalised and
 /// surrogates are not checked: a text may hold lone ones. A position beyond the end of the text
@@ -31,7 +31,9 @@ namespace Orn {
 /// with one exception: `utf8_str()` writes to a buffer of its object.
 class TQUTIL_API UString {
  public:
+  /// A code unit: 16 bits.
   using unit_type = unsigned short;
+  /// The standard string of such units.
   using string_type = std::basic_string<unit_type>;
 
   /// What `find` returns when there is nothing to find, and as a count: all the rest.
@@ -45,35 +47,52 @@ class TQUTIL_API UString {
 
   /// An empty text.
   UString() noexcept = default;
+  /// @{
   /// A copy of a zero-terminated text.
   UString(unit_type const* text);
   UString(char16_t const* text);
+  /// @}
+  /// @{
   /// A copy of the first `length` units of `text`, which may hold U+0000.
   UString(char16_t const* text, std::size_t length)
       : text_(length == 1 ? string_type(1, *text) : copied(units_of(text), length)) {}
   UString(unit_type const* text, std::size_t length) : text_(copied(text, length)) {}
+  /// @}
   /// A copy of a standard string of 16-bit units.
   UString(string_type const& text);
+  /// The same without a copy: what is left in `text` is not specified.
   UString(string_type&& text);
 
+  /// @{
+  /// Copies are independent. What is left in a text that was moved from is not specified. What
+  /// `utf8_str()` returned for either side stays as it is.
   UString(UString const& other) = default;
   UString(UString&& other) noexcept = default;
   UString& operator=(UString const& other) = default;
   UString& operator=(UString&& other) noexcept = default;
+  /// @}
+  /// Frees the text, and what `utf8_str()` returned.
   ~UString() = default;
 
   /// The text of `utf8`. Raises EncodingException, which names the byte, when it is ill-formed.
   static UString from_utf8(std::string_view utf8);
 
+  /// Puts a copy of `other` in the place of the text. Returns this text, as all do that
+  /// follow and give a UString&.
   UString& assign(UString const& other);
 
-  /// Appending costs time in proportion to what is appended, averaged over many calls, whatever
-  /// calls of `reserve` stand between them. A text may be appended to itself.
+  /// Appends a text, which may be this one. Appending costs time in proportion to what is appended,
+  /// averaged over many calls, whatever calls of `reserve` stand between them.
   UString& append(UString const& other);
   /// Appends the `n` units of `other` from `pos` on, or as many as there are.
   UString& append(UString const& other, unsigned int pos, unsigned int n);
+  /// @{
+  /// Appends a zero-terminated text.
   UString& append(unit_type const* text);
   UString& append(char16_t const* text);
+  /// @}
+  /// @{
+  /// Appends the first `length` units of `text`, which may hold U+0000.
   UString& append(char16_t const* text, std::size_t length) {
     return length == 1 ? append(static_cast<unit_type>(*text)) : append(units_of(text), length);
   }
@@ -83,6 +102,8 @@ class TQUTIL_API UString {
     text_.append(text, length);
     return *this;
   }
+  /// @}
+  /// Appends one unit.
   UString& append(unit_type unit);
 
   /// Inserts `other` in front of the unit at `pos`; `pos` may be the length.
@@ -100,23 +121,29 @@ class TQUTIL_API UString {
   /// How many code units fit without a further allocation; never less than was reserved.
   unsigned int capacity() const noexcept;
 
+  /// How many code units the text has.
   unsigned int length() const noexcept { return static_cast<unsigned int>(text_.size()); }
+  /// Whether the text has no units.
   bool empty() const noexcept { return text_.empty(); }
   /// The units, with a zero unit behind the last. Good until the text is next changed.
   unit_type const* data() const noexcept { return text_.c_str(); }
   /// The unit at `pos`, which must be at most the length (where the closing zero stands).
   unit_type operator[](unsigned int pos) const noexcept { return text_[pos]; }
 
+  /// @{
   /// The first position at or after `from`, or `npos`. An empty text is found at `from` itself,
   /// unless that is beyond the end.
   unsigned int find(UString const& wanted, unsigned int from) const noexcept;
   unsigned int find(unit_type wanted, unsigned int from) const noexcept;
+  /// @}
   /// The `n` units from `pos` on, or as many as there are.
   UString substr(unsigned int pos, unsigned int n) const;
 
+  /// @{
   /// Negative, 0 or positive as this text sorts before, with or after the other by code units.
   int compare(UString const& other) const noexcept;
   int compare(char16_t const* other) const noexcept;
+  /// @}
 
   /// The text in UTF-8, zero-terminated, each lone surrogate as U+FFFD. Good until the next
   /// `utf8_str()` of the same object, or its destruction; changing the text does not change it.
@@ -126,7 +153,9 @@ class TQUTIL_API UString {
   /// The same for `length` units that need not be in a UString.
   static std::string to_utf8(unit_type const* text, std::size_t length);
 
-  /// A UString on the heap lives in ICU's memory. Raise std::bad_alloc when there is none left.
+  /// @{
+  /// A UString on the heap lives in ICU's memory. When there is none left those that take
+  /// std::nothrow give null, the others raise std::bad_alloc.
   static void* operator new(std::size_t size);
   static void* operator new[](std::size_t size);
   static void* operator new(std::size_t size, void* place) noexcept;
@@ -137,6 +166,7 @@ class TQUTIL_API UString {
   static void operator delete(void* block, void* place) noexcept;
   static void operator delete(void* block, std::nothrow_t const&) noexcept;
   static void operator delete[](void* block, std::nothrow_t const&) noexcept;
+  /// @}
 
  private:
   /// Holds what utf8_str() returned last. It belongs to the object, not to its text: copying or
@@ -178,6 +208,8 @@ class TQUTIL_API UString {
   mutable Utf8Buffer utf8_;
 };
 
+/// @{
+/// Compares two texts by code units. Where one is a zero-terminated text, null is the empty one.
 inline bool operator==(UString const& a, UString const& b) noexcept {
   return a.length() == b.length() &&
          std::memcmp(a.data(), b.data(), a.length() * sizeof(UString::unit_type)) == 0;
@@ -191,14 +223,17 @@ inline bool operator!=(UString const& a, char16_t const* b) noexcept { return !(
 inline bool operator!=(char16_t const* a, UString const& b) noexcept { return !(b == a); }
 inline bool operator<(UString const& a, char16_t const* b) noexcept { return a.compare(b) < 0; }
 inline bool operator<(char16_t const* a, UString const& b) noexcept { return b.compare(a) > 0; }
+/// @}
 
 /// Writes the text as UTF-8, as `UString::to_utf8()` gives it; field width and fill apply.
 TQUTIL_API std::ostream& operator<<(std::ostream& out, UString const& text);
 
 }  // namespace Orn
 
+/// Makes keys of texts in the unordered containers of the standard library.
 template <>
 struct std::hash<Orn::UString> {
+  /// The same for equal texts. Costs the length of the text.
   TQUTIL_API std::size_t operator()(Orn::UString const& text) const noexcept;
 };
 

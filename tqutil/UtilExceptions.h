@@ -12,9 +12,13 @@ namespace Orn {
 class TQUTIL_API TagException : public STPException {
  public:
   using STPException::STPException;
+  /// Shares what the other carries.
   TagException(TagException const&) noexcept = default;
+  /// The same, in the place of what this one carries.
   TagException& operator=(TagException const&) noexcept = default;
+  /// Lets go of what the exception carries.
   ~TagException() override;
+  /// A new copy, which the caller owns.
   [[nodiscard]] TagException* clone() const override;
 };
 
@@ -23,9 +27,13 @@ class TQUTIL_API TagException : public STPException {
 class TQUTIL_API EncodingException : public STPException {
  public:
   using STPException::STPException;
+  /// Shares what the other carries.
   EncodingException(EncodingException const&) noexcept = default;
+  /// The same, in the place of what this one carries.
   EncodingException& operator=(EncodingException const&) noexcept = default;
+  /// Lets go of what the exception carries.
   ~EncodingException() override;
+  /// A new copy, which the caller owns.
   [[nodiscard]] EncodingException* clone() const override;
 };
 

@@ -8,10 +8,15 @@
 
 namespace Orn {
 
-/// One line of a vocabulary file.
+/// One line of a vocabulary file, as `tqutil/vocabulary/entries.h` makes it.
 struct VocabularyEntry {
-  enum Kind { NAMESPACE, TAG, CATCH_ALL };
-  Kind kind;
+  /// What a line declares.
+  enum Kind {
+    NAMESPACE,  ///< a namespace, by TQ_NS
+    TAG,        ///< a name, by TQ_TAG
+    CATCH_ALL,  ///< the tag of names that are not registered, by TQ_CATCH_ALL
+  };
+  Kind kind;             ///< which of them this one is
   std::int32_t number;   ///< of the namespace or tag
   char const* name;      ///< of the constant, for messages
   std::int32_t ns;       ///< TAG, CATCH_ALL: the number of its namespace
@@ -22,32 +27,32 @@ struct VocabularyEntry {
 ///
 /// A vocabulary is written once, in a file of its own, say `orders.def`:
 ///
-///   TQ_NS (1, ns_orders, u"urn:example:orders")        // number, constant, URI
-///   TQ_TAG(1, order, ns_orders, u"order")              // number, constant, namespace, local name
-///   TQ_TAG(2, lang,  TQ_NO_NS,  u"lang")               // a name without a namespace
-///   TQ_CATCH_ALL(3, other, TQ_NO_NS, u"other")         // optional: stands for unregistered names
+///     TQ_NS (1, ns_orders, u"urn:example:orders")      // number, constant, URI
+///     TQ_TAG(1, order, ns_orders, u"order")            // number, constant, namespace, local name
+///     TQ_TAG(2, lang,  TQ_NO_NS,  u"lang")             // a name without a namespace
+///     TQ_CATCH_ALL(3, other, TQ_NO_NS, u"other")       // optional: stands for unregistered names
 ///
 /// A header makes the named constants of it:
 ///
-///   #include "tqutil/XmlTag.h"
-///   namespace orders {
-///   #include "tqutil/vocabulary/constants.h"
-///   #include "orders.def"
-///   #include "tqutil/vocabulary/end.h"
-///   }
+///     #include "tqutil/XmlTag.h"
+///     namespace orders {
+///     #include "tqutil/vocabulary/constants.h"
+///     #include "orders.def"
+///     #include "tqutil/vocabulary/end.h"
+///     }
 ///
 /// and one source file, linked into the program itself or into a shared library, the table:
 ///
-///   #include "orders.h"
-///   #include "tqutil/Vocabulary.h"
-///   namespace orders {
-///   static Orn::VocabularyEntry const entries[] = {
-///   #include "tqutil/vocabulary/entries.h"
-///   #include "orders.def"
-///   #include "tqutil/vocabulary/end.h"
-///   };
-///   static Orn::Vocabulary const vocabulary("orders", entries);
-///   }
+///     #include "orders.h"
+///     #include "tqutil/Vocabulary.h"
+///     namespace orders {
+///     static Orn::VocabularyEntry const entries[] = {
+///     #include "tqutil/vocabulary/entries.h"
+///     #include "orders.def"
+///     #include "tqutil/vocabulary/end.h"
+///     };
+///     static Orn::Vocabulary const vocabulary("orders", entries);
+///     }
 ///
 /// Any number of vocabularies may be linked into one process. Numbers are the product's own,
 /// explicit and stable; 0 is taken. A vocabulary uses the namespaces that it declares itself. Tags
@@ -62,9 +67,12 @@ struct VocabularyEntry {
 /// tags up meanwhile and that it is not unloaded and loaded again.
 class TQUTIL_API Vocabulary {
  public:
+  /// Enters the lines of a table, which are copied. `name` is that of the vocabulary, for messages.
+  /// Stops the program as said above.
   template <std::size_t N>
   Vocabulary(char const* name, VocabularyEntry const (&entries)[N])
       : Vocabulary(name, entries, N) {}
+  /// The same for the first `count` lines of a table.
   Vocabulary(char const* name, VocabularyEntry const* entries, std::size_t count);
 };
 

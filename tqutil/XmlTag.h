@@ -11,9 +11,9 @@ namespace Orn {
 
 /// One entry of the tag registry: an element or attribute name that programs may use.
 ///
-///   XmlTag const& tag = XmlTag::lookup(orders::line);       // by number
-///   XmlTag wanted(u"urn:example:orders", u"line");
-///   XmlTag::Id id = XmlTag::lookup(wanted).id();            // by name
+///     XmlTag const& tag = XmlTag::lookup(orders::line);       // by number
+///     XmlTag wanted(u"urn:example:orders", u"line");
+///     XmlTag::Id id = XmlTag::lookup(wanted).id();            // by name
 ///
 /// The registry is filled by vocabularies (tqutil/Vocabulary.h) while the program is loaded,
 /// lives as long as the process, and may be read from any number of threads once loaded. Looking
@@ -25,7 +25,9 @@ class TQUTIL_API XmlTag {
   /// The number of a namespace. 0 is no namespace, whose URI is the empty text.
   enum NsId : std::int32_t {};
 
+  /// No tag.
   static constexpr Id NO_TAG{0};
+  /// No namespace.
   static constexpr NsId NO_NS{0};
 
   /// A temporary tag to be looked up; its ids are 0.
@@ -41,9 +43,14 @@ class TQUTIL_API XmlTag {
   /// The URI of a namespace. Raises TagException naming the number when there is none.
   static UString const& ns_URI(NsId ns);
 
+  /// The number of the tag; NO_TAG for a temporary one.
   Id id() const noexcept { return id_; }
+  /// The number of its namespace; NO_NS for a name without one, and for a temporary tag.
   NsId ns_id() const noexcept { return ns_id_; }
+  /// The URI of its namespace, empty for none. Good as long as the tag, which is for an entry of
+  /// the registry as long as the process.
   UString const& ns() const noexcept { return ns_; }
+  /// The local name. Good as long as the tag.
   UString const& simple_name() const noexcept { return simple_name_; }
 
   /// `{URI}name` for messages; just `name` for a tag without a namespace.

@@ -18,14 +18,14 @@ class XmlDoc;
 
 /// A reader that holds a whole XML document and parses it when its root is first asked for.
 ///
-///   DomParser parser(bytes);
-///   DomParser::Elem order = parser.root();
-///   order.match(orders::order);                            // raises if it is another document
-///   UString note = order.child(orders::note).data();       // raises if there is none
-///   for (DomParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
-///     use(line.tag(), line.data());
-///   DomParser::Elem remark = order.opt_child(orders::remark);
-///   if (!remark.is_nil()) ...
+///     DomParser parser(bytes);
+///     DomParser::Elem order = parser.root();
+///     order.match(orders::order);                          // raises if it is another document
+///     UString note = order.child(orders::note).data();     // raises if there is none
+///     for (DomParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
+///       use(line.tag(), line.data());
+///     DomParser::Elem remark = order.opt_child(orders::remark);
+///     if (!remark.is_nil()) ...
 ///
 /// The encoding is what the document declares, namespaces are processed, nothing is validated.
 /// External entities and an external DTD subset are read where a document refers to them, and
@@ -49,9 +49,11 @@ class TQXML_API DomParser {
   explicit DomParser(std::string const& text);
   /// The same without a copy: what is left in `text` is not specified.
   explicit DomParser(std::string&& text);
+  /// @{
   /// The same, kept to limits, and so is every text that the parser is given later.
   DomParser(std::string const& text, ReadLimits const& limits);
   DomParser(std::string&& text, ReadLimits const& limits);
+  /// @}
   /// A parser on the text of a closed document, as `XmlDoc::byte_array()` gives it. Raises what
   /// `XmlDoc::str()` raises.
   explicit DomParser(XmlDoc const& doc);
@@ -105,10 +107,15 @@ class TQXML_API DomParser::Elem {
  public:
   /// A nil handle.
   Elem() noexcept = default;
+  /// @{
+  /// A handle on the same element that goes on from where the other stands.
   Elem(Elem const&) = default;
   Elem& operator=(Elem const&) = default;
+  /// @}
+  /// Leaves the element as it is.
   virtual ~Elem();
 
+  /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return node == nullptr; }
   /// Raises NIL_ELEMENT for "DomParser::Elem::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;
@@ -170,10 +177,15 @@ class TQXML_API DomParser::Attribute {
  public:
   /// A nil handle.
   Attribute() noexcept = default;
+  /// @{
+  /// A handle on the same attribute.
   Attribute(Attribute const&) = default;
   Attribute& operator=(Attribute const&) = default;
+  /// @}
+  /// Leaves the attribute as it is.
   virtual ~Attribute();
 
+  /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return node == nullptr; }
   /// Raises NIL_ATTRIBUTE for "DomParser::Attribute::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;

@@ -8,11 +8,11 @@ namespace Orn {
 /// The messages of the library. `table()` goes with UMessage; entry 0 is the header "tqxml 33", and
 /// entry i, from 1 to COUNT, the message whose number is 671 + i.
 ///
-///   catch (STPException const& e) {
-///     if (e.message().catalogue() == Catalogue::table() &&
-///         e.message().index() == Catalogue::XERCES_SAX_PARSE_EXCEPTION)
-///       std::cerr << "line " << e.message().arg(1).text() << '\n';
-///   }
+///     catch (STPException const& e) {
+///       if (e.message().catalogue() == Catalogue::table() &&
+///           e.message().index() == Catalogue::XERCES_SAX_PARSE_EXCEPTION)
+///         std::cerr << "line " << e.message().arg(1).text() << '\n';
+///     }
 class TQXML_API Catalogue {
  public:
   /// The index of each message. The comment gives its arguments.

@@ -18,9 +18,13 @@ namespace Orn {
 class TQXML_API StateException : public STPException {
  public:
   using STPException::STPException;
+  /// Shares what the other carries.
   StateException(StateException const&) noexcept = default;
+  /// The same, in the place of what this one carries.
   StateException& operator=(StateException const&) noexcept = default;
+  /// Lets go of what the exception carries.
   ~StateException() override;
+  /// A new copy, which the caller owns.
   [[nodiscard]] StateException* clone() const override;
 };
 
@@ -28,9 +32,13 @@ class TQXML_API StateException : public STPException {
 class TQXML_API IllegalArgException : public STPException {
  public:
   using STPException::STPException;
+  /// Shares what the other carries.
   IllegalArgException(IllegalArgException const&) noexcept = default;
+  /// The same, in the place of what this one carries.
   IllegalArgException& operator=(IllegalArgException const&) noexcept = default;
+  /// Lets go of what the exception carries.
   ~IllegalArgException() override;
+  /// A new copy, which the caller owns.
   [[nodiscard]] IllegalArgException* clone() const override;
 };
 
@@ -38,9 +46,13 @@ class TQXML_API IllegalArgException : public STPException {
 class TQXML_API RuntimeException : public STPException {
  public:
   using STPException::STPException;
+  /// Shares what the other carries.
   RuntimeException(RuntimeException const&) noexcept = default;
+  /// The same, in the place of what this one carries.
   RuntimeException& operator=(RuntimeException const&) noexcept = default;
+  /// Lets go of what the exception carries.
   ~RuntimeException() override;
+  /// A new copy, which the caller owns.
   [[nodiscard]] RuntimeException* clone() const override;
 };
 

@@ -3,12 +3,13 @@
 
 #include "tqxml/foundation/Export.h"
 
-// The identification line of the library, for diagnostic tools: its name in 33 columns, one blank,
-// the release number, one blank, the build time (UTC) in parentheses, a line feed:
-//
-//   libtqxml                          1.0.0.0 (Sat Nov 21 08:33:05 2026)
-//
-// Usable from C as well as from C++.
+/// @file
+/// The identification line of the library, for diagnostic tools: its name in 33 columns, one blank,
+/// the release number, one blank, the build time (UTC) in parentheses, a line feed:
+///
+///     libtqxml                          1.0.0.0 (Sat Nov 21 08:33:05 2026)
+///
+/// Usable from C as well as from C++.
 
 #ifdef __cplusplus
 extern "C" {

@@ -17,18 +17,18 @@ namespace Orn {
 
 /// A forward-only writer that builds one XML document in memory.
 ///
-///   XmlDoc doc;
-///   doc.push_elem(orders::order);
-///   doc.add_attr(orders::id, 42L);
-///   doc.add_elem(orders::note, UString(u"R&D"), true);
-///   doc.pop_elem(orders::order);
-///   doc.close();
-///   std::string bytes = doc.byte_array();
+///     XmlDoc doc;
+///     doc.push_elem(orders::order);
+///     doc.add_attr(orders::id, 42L);
+///     doc.add_elem(orders::note, UString(u"R&D"), true);
+///     doc.pop_elem(orders::order);
+///     doc.close();
+///     std::string bytes = doc.byte_array();
 ///
 /// gives, on one line,
 ///
-///   <?xml version="1.0" encoding="UTF-8"?>
-///   <N1:order xmlns:N1="urn:example:orders" N1:id="42"><N1:note>R&amp;D</N1:note></N1:order>
+///     <?xml version="1.0" encoding="UTF-8"?>
+///     <N1:order xmlns:N1="urn:example:orders" N1:id="42"><N1:note>R&amp;D</N1:note></N1:order>
 ///
 /// Elements and attributes are named by the numbers of the tag registry. A prefix is made up for
 /// each namespace that has none, and all namespaces are declared on the root element; that goes for
@@ -58,6 +58,7 @@ class TQXML_API XmlDoc {
   explicit XmlDoc(Elem const& e);
   /// The copy goes on from the same half-written text, independently. Costs the length of the text.
   XmlDoc(XmlDoc const& other);
+  /// Gives up what this document holds, and goes on as a copy does.
   XmlDoc& operator=(XmlDoc const& other);
   /// The document need not be closed.
   virtual ~XmlDoc();

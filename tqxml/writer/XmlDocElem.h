@@ -17,12 +17,12 @@ namespace Orn {
 /// An element tree in memory: a tag, attributes in order, and children in order, each a piece of
 /// text or an element.
 ///
-///   XmlDoc::Elem order(orders::order);
-///   order.add_attr(orders::id, 42L);
-///   order.add_elem(orders::note, u"R&D", true);
-///   XmlDoc::Elem& line = order.add_elem(orders::line, u"", false);
-///   line.add_attr(orders::id, 1L);                   // changes the child inside of `order`
-///   UString markup = order.str();                    // or: doc.add_elem(order, false)
+///     XmlDoc::Elem order(orders::order);
+///     order.add_attr(orders::id, 42L);
+///     order.add_elem(orders::note, u"R&D", true);
+///     XmlDoc::Elem& line = order.add_elem(orders::line, u"", false);
+///     line.add_attr(orders::id, 1L);                   // changes the child inside of `order`
+///     UString markup = order.str();                    // or: doc.add_elem(order, false)
 ///
 /// Children are shared, not copied. A copy of an element has its own list of children, but the
 /// children on it are the same objects, so copying costs the attributes and the direct children,
@@ -39,8 +39,8 @@ class TQXML_API XmlDoc::Elem {
  public:
   /// One attribute; the value as it will be written.
   struct attr_t {
-    XmlTag::Id id;
-    UString value;
+    XmlTag::Id id;  ///< its name
+    UString value;  ///< escaped by whoever put it there, if it had to be
   };
 
   /// An element without attributes and children.
@@ -57,12 +57,16 @@ class TQXML_API XmlDoc::Elem {
   /// has been read to its end.
   explicit Elem(SaxParser::Elem& source);
 
+  /// A copy that shares the children.
   Elem(Elem const& other);
   /// Leaves `other` with its tag alone.
   Elem(Elem&& other) noexcept;
-  /// `other` may be an element inside of this one.
+  /// @{
+  /// As the constructors do. `other` may be an element inside of this one.
   Elem& operator=(Elem const& other);
   Elem& operator=(Elem&& other) noexcept;
+  /// @}
+  /// Lets go of the children, which live on in the other trees that hold them.
   ~Elem();
 
   /// Whether there are no children. Attributes do not count.
@@ -91,6 +95,7 @@ class TQXML_API XmlDoc::Elem {
   /// the children are compared in order. Texts are compared as stored, escaped or not. Takes time
   /// about linear in both trees when the lists are alike up to their order.
   bool operator==(Elem const& other) const;
+  /// Whether they are not alike. It costs the same.
   bool operator!=(Elem const& other) const { return !(*this == other); }
 
   /// The markup of the tree as the root of a document of its own, with its namespace declarations
