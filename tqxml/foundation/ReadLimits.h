@@ -11,9 +11,9 @@ namespace Orn {
 /// What a document may ask of a reader, for documents whose sender is not trusted. A reader that is
 /// made without limits has none, and one made with `ReadLimits()` neither.
 ///
-///   Orn::ReadLimits limits = Orn::ReadLimits::untrusted();
-///   limits.bytes = 50'000'000;
-///   Orn::DomParser parser(bytes, limits);
+///     Orn::ReadLimits limits = Orn::ReadLimits::untrusted();
+///     limits.bytes = 50'000'000;
+///     Orn::DomParser parser(bytes, limits);
 ///
 /// A document that goes beyond a limit is refused while it is read, as a malformed one is: a
 /// DomParser raises RuntimeException XERCES_SAX_PARSE_EXCEPTION, a SaxParser StateException
@@ -45,6 +45,7 @@ struct TQXML_API ReadLimits {
   /// and references to characters are none. 0 counts as 1, which a document without entities never
   /// exceeds.
   std::uint64_t amplification = NONE;
+  /// Up to how many characters `amplification` does not matter.
   std::uint64_t amplification_floor = 0;
 
   /// How many elements may be inside of each other, the root and the innermost included.

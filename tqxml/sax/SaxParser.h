@@ -17,12 +17,12 @@ namespace Orn {
 
 /// A reader that takes an XML document from a stream, only as far as the caller's navigation needs.
 ///
-///   SaxParser parser;
-///   SaxParser::Elem order = parser.initialize(&std::cin); // reads up to the root's start tag
-///   order.match(orders::order);                           // raises if it is another document
-///   for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
-///     use(line.tag(), line.data());                       // each line is forgotten after its turn
-///   order.child(orders::note);                            // raises: children have been given away
+///     SaxParser parser;
+///     SaxParser::Elem order = parser.initialize(&std::cin);  // reads up to the root's start tag
+///     order.match(orders::order);                            // raises if it is another document
+///     for (SaxParser::Elem line = order.next_child(); !line.is_nil(); line = order.next_child())
+///       use(line.tag(), line.data());                        // each is forgotten after its turn
+///     order.child(orders::note);                             // raises: they have been given away
 ///
 /// The encoding is what the document declares, namespaces are processed, nothing is validated and
 /// no external DTD subset is read; external entities are read where the document refers to them,
@@ -51,6 +51,9 @@ namespace Orn {
 /// the registry does not know), std::bad_alloc, std::length_error (a text too long for a UString)
 /// and whatever the stream itself throws. After any of them the parse is over: what has been read
 /// stays readable, and asking for more raises NOT_VALID_STREAM.
+///
+/// Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could not
+/// be initialised while the library was loaded.
 class TQXML_API SaxParser {
  public:
   class Elem;
@@ -62,24 +65,26 @@ class TQXML_API SaxParser {
   /// The highest number of a tag that `Elem::next_attr` gives.
   static constexpr int LAST_SHOWN_ATTRIBUTE = 1141;
 
-  // Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could
-  // not be initialised while the library was loaded.
-
   /// A parser without a document.
   SaxParser();
   /// A parser that has read `in` up to and including the root's start tag. Raises what reading
   /// raises; use `initialize` to learn more about a document that fails here. A stream that was
   /// never opened reads as an empty document.
   explicit SaxParser(std::istream& in);
+  /// The same; a null pointer raises BAD_READ.
   explicit SaxParser(std::istream* in);
   /// A parser without a document; each one that `initialize` gives it is kept to the limits.
   explicit SaxParser(ReadLimits const& limits);
   /// The same with a document, as above.
   SaxParser(std::istream& in, ReadLimits const& limits);
+  /// The same; a null pointer raises BAD_READ.
   SaxParser(std::istream* in, ReadLimits const& limits);
+  /// @{
   /// Both then read the same document: what one reads the other has read.
   SaxParser(SaxParser const& other);
   SaxParser& operator=(SaxParser const& other);
+  /// @}
+  /// Lets go of the document. Handles stay good for what has been read.
   virtual ~SaxParser();
 
   /// Gives up the document, if there is one, and begins with that of `in`, up to and including the
@@ -93,10 +98,12 @@ class TQXML_API SaxParser {
   /// What the parser said about the error that ended the parse, or about the limit; empty when it
   /// has said nothing.
   UString error_text() const;
-  /// Where it said so, counted from 1; 0 when it has said nothing. For malformed markup it is just
-  /// behind the place; an undecodable byte is reported up to one buffer early.
+  /// @{
+  /// Where it said so, line and column counted from 1; 0 when it has said nothing. For malformed
+  /// markup it is just behind the place; an undecodable byte is reported up to one buffer early.
   std::uint64_t error_line() const;
   std::uint64_t error_column() const;
+  /// @}
 
  private:
   class ParserImpl;
@@ -136,12 +143,17 @@ class TQXML_API SaxParser::Elem {
  public:
   /// A nil handle.
   Elem() noexcept = default;
+  /// @{
+  /// A copy shares the element. A handle that was moved from is nil.
   Elem(Elem const& other) noexcept = default;
   Elem(Elem&& other) noexcept = default;
   Elem& operator=(Elem const& other) noexcept = default;
   Elem& operator=(Elem&& other) noexcept = default;
+  /// @}
+  /// Lets go of the element, which is forgotten with its last handle if `next_child` gave it away.
   virtual ~Elem();
 
+  /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return !record_; }
   /// Raises NIL_ELEMENT for "SaxParser::Elem::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;
@@ -193,12 +205,17 @@ class TQXML_API SaxParser::Attribute {
  public:
   /// A nil handle.
   Attribute() noexcept = default;
+  /// @{
+  /// A copy shares the attribute. A handle that was moved from is nil.
   Attribute(Attribute const& other) noexcept = default;
   Attribute(Attribute&& other) noexcept = default;
   Attribute& operator=(Attribute const& other) noexcept = default;
   Attribute& operator=(Attribute&& other) noexcept = default;
+  /// @}
+  /// Lets go of the attribute.
   virtual ~Attribute();
 
+  /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return !record_; }
   /// Raises NIL_ATTRIBUTE for "SaxParser::Attribute::name()" when the handle is nil.
   void check_is_nil(UString const& name) const;
