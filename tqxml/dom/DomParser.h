@@ -36,8 +36,8 @@ class XmlDoc;
 /// is destroyed or its text is reset. A parser and its handles belong to one thread at a time;
 /// distinct parsers are independent. The document takes about twenty times the memory of its text.
 ///
-/// Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could not
-/// be initialised while the library was loaded.
+/// Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could
+/// not be initialised while the library was loaded.
 class TQXML_API DomParser {
  public:
   class Elem;

@@ -52,8 +52,8 @@ namespace Orn {
 /// and whatever the stream itself throws. After any of them the parse is over: what has been read
 /// stays readable, and asking for more raises NOT_VALID_STREAM.
 ///
-/// Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could not
-/// be initialised while the library was loaded.
+/// Each constructor raises RuntimeException UNABLE_TO_INITIALIZE_XERCES when the XML parser could
+/// not be initialised while the library was loaded.
 class TQXML_API SaxParser {
  public:
   class Elem;
