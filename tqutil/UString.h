@@ -180,7 +180,7 @@ class TQUTIL_API UString {
     Utf8Buffer& operator=(Utf8Buffer&&) noexcept { return *this; }
     ~Utf8Buffer() = default;
 
-    char const* hold(std::string&& bytes);
+    TQUTIL_LOCAL char const* hold(std::string&& bytes);
 
    private:
     std::unique_ptr<std::string> bytes_;

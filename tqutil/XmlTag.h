@@ -58,7 +58,7 @@ class TQUTIL_API XmlTag {
 
  private:
   friend class Registry;
-  XmlTag(Id id, NsId ns_id, UString const& ns_uri, UString const& simple_name);
+  TQUTIL_LOCAL XmlTag(Id id, NsId ns_id, UString const& ns_uri, UString const& simple_name);
 
   UString ns_;
   UString simple_name_;

@@ -78,17 +78,17 @@ class TQXML_API DomParser {
   Elem root();
 
  private:
-  class TagCache;
-  class LimitedParser;
+  class TQXML_LOCAL TagCache;
+  class TQXML_LOCAL LimitedParser;
 
-  bool is_parsed() const;
+  TQXML_LOCAL bool is_parsed() const;
   /// Null for no limits.
-  static std::unique_ptr<xercesc::XercesDOMParser> new_parser(ReadLimits const* limits);
+  TQXML_LOCAL static std::unique_ptr<xercesc::XercesDOMParser> new_parser(ReadLimits const* limits);
   /// Null when the parser has none.
-  LimitedParser* limited_parser() const;
-  ReadLimits const* limits() const;
-  void parse();
-  void parse_from(xercesc::MemBufInputSource const& source);
+  TQXML_LOCAL LimitedParser* limited_parser() const;
+  TQXML_LOCAL ReadLimits const* limits() const;
+  TQXML_LOCAL void parse();
+  TQXML_LOCAL void parse_from(xercesc::MemBufInputSource const& source);
 
   std::string xml_doc_text;
   /// Null between a parse that failed early and the next, unless it has limits, which it keeps.
@@ -156,7 +156,7 @@ class TQXML_API DomParser::Elem {
   friend class DomParser;
   Elem(xercesc::DOMNode* element, TagCache* tags, XmlTag::Id id = XmlTag::NO_TAG) noexcept
       : node(element), tags(tags), tag_id(id) {}
-  xercesc::DOMNode& known_node(char16_t const* operation) const;
+  TQXML_LOCAL xercesc::DOMNode& known_node(char16_t const* operation) const;
 
   xercesc::DOMNode* node = nullptr;
   /// The parser's.
@@ -201,7 +201,7 @@ class TQXML_API DomParser::Attribute {
  private:
   friend class DomParser::Elem;
   Attribute(xercesc::DOMNode* attribute, TagCache* tags) noexcept : node(attribute), tags(tags) {}
-  xercesc::DOMNode& known_node(char16_t const* operation) const;
+  TQXML_LOCAL xercesc::DOMNode& known_node(char16_t const* operation) const;
 
   xercesc::DOMNode* node = nullptr;
   /// The parser's.

@@ -9,14 +9,13 @@
 #include <utility>
 
 #include "tqutil/UString.h"
-#include "tqxml/foundation/Export.h"
 
 namespace Orn {
 
 /// A text that grows at its end: UTF-16 in one block of memory. Unlike a string it gives out room
 /// that nobody has filled yet, and a large block grows without being copied. For this library
 /// alone.
-class TQXML_API TextBuffer {
+class TextBuffer {
  public:
   using Unit = UString::unit_type;
 

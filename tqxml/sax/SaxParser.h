@@ -106,18 +106,19 @@ class TQXML_API SaxParser {
   /// @}
 
  private:
-  class ParserImpl;
-  class LimitedParserImpl;
-  class StreamInputSource;
+  class TQXML_LOCAL ParserImpl;
+  class TQXML_LOCAL LimitedParserImpl;
+  class TQXML_LOCAL StreamInputSource;
   template <class Record>
   friend struct RefCount;
-  class ElemImpl;
-  class AttributeImpl;
-  class RecordPool;
-  class TagCache;
+  class TQXML_LOCAL ElemImpl;
+  class TQXML_LOCAL AttributeImpl;
+  class TQXML_LOCAL RecordPool;
+  class TQXML_LOCAL TagCache;
 
   /// Null for no limits.
-  static std::unique_ptr<ParserImpl> new_parser(std::istream* in, ReadLimits const* limits);
+  TQXML_LOCAL static std::unique_ptr<ParserImpl> new_parser(std::istream* in,
+                                                            ReadLimits const* limits);
 
   std::shared_ptr<ParserImpl> impl_;
   Ref<ElemImpl> root_;
@@ -193,7 +194,7 @@ class TQXML_API SaxParser::Elem {
  private:
   friend class SaxParser;
   explicit Elem(Ref<ElemImpl> record) noexcept : record_(std::move(record)) {}
-  ElemImpl& record(char16_t const* operation) const;
+  TQXML_LOCAL ElemImpl& record(char16_t const* operation) const;
 
   Ref<ElemImpl> record_;
 };
@@ -230,7 +231,7 @@ class TQXML_API SaxParser::Attribute {
  private:
   friend class SaxParser::Elem;
   explicit Attribute(Ref<AttributeImpl> record) noexcept : record_(std::move(record)) {}
-  AttributeImpl& record(char16_t const* operation) const;
+  TQXML_LOCAL AttributeImpl& record(char16_t const* operation) const;
 
   Ref<AttributeImpl> record_;
 };

@@ -8,13 +8,12 @@
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
-#include "tqxml/foundation/Export.h"
 
 namespace Orn {
 
 /// The prefixes that a document declares, any number for each namespace URI. Nothing is ever
 /// removed. For the writer alone.
-class TQXML_API NamespaceTable {
+class NamespaceTable {
  public:
   /// The URI is that of the registry.
   struct Declaration {

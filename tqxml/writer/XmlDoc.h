@@ -198,34 +198,36 @@ class TQXML_API XmlDoc {
     }
   };
 
-  void next_state();
-  void check_doc_closed() const;
-  void check_start_tag_allowed() const;
+  TQXML_LOCAL void next_state();
+  TQXML_LOCAL void check_doc_closed() const;
+  TQXML_LOCAL void check_start_tag_allowed() const;
 
-  void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
-  [[gnu::noinline]] void write_declaration();
-  [[gnu::noinline]] QualifiedName open_root(XmlTag::Id root);
-  QualifiedName begin_leaf(XmlTag::Id tag, bool default_ns);
-  QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
-  void begin_start_tag(QualifiedName name);
-  bool begin_tree(Elem const& e, bool default_ns);
-  TextBuffer::Pen open_start_tag(std::size_t units);
-  void close_start_tag();
-  bool put_leaf_at_once(QualifiedName name, UString const& text, bool do_escape);
-  [[gnu::noinline]] void write_leaf(XmlTag::Id tag, UString const& text, bool do_escape);
-  void do_pop_elem(XmlTag::Id tag);
-  void write_end_tag(QualifiedName name);
-  [[gnu::noinline]] void add_indent();
-  void add_bracketed(std::u16string_view opening, UString const& text, std::u16string_view closing);
-  void begin_bracketed(std::u16string_view opening);
-  void end_bracketed(std::u16string_view closing);
+  TQXML_LOCAL void start_doc_or_begin_start_tag(XmlTag::Id tag, bool default_ns);
+  [[gnu::noinline]] TQXML_LOCAL void write_declaration();
+  [[gnu::noinline]] TQXML_LOCAL QualifiedName open_root(XmlTag::Id root);
+  TQXML_LOCAL QualifiedName begin_leaf(XmlTag::Id tag, bool default_ns);
+  TQXML_LOCAL QualifiedName begin_inner(XmlTag::Id tag, bool default_ns);
+  TQXML_LOCAL void begin_start_tag(QualifiedName name);
+  TQXML_LOCAL bool begin_tree(Elem const& e, bool default_ns);
+  TQXML_LOCAL TextBuffer::Pen open_start_tag(std::size_t units);
+  TQXML_LOCAL void close_start_tag();
+  TQXML_LOCAL bool put_leaf_at_once(QualifiedName name, UString const& text, bool do_escape);
+  [[gnu::noinline]] TQXML_LOCAL void write_leaf(XmlTag::Id tag, UString const& text,
+                                                bool do_escape);
+  TQXML_LOCAL void do_pop_elem(XmlTag::Id tag);
+  TQXML_LOCAL void write_end_tag(QualifiedName name);
+  [[gnu::noinline]] TQXML_LOCAL void add_indent();
+  TQXML_LOCAL void add_bracketed(std::u16string_view opening, UString const& text,
+                                 std::u16string_view closing);
+  TQXML_LOCAL void begin_bracketed(std::u16string_view opening);
+  TQXML_LOCAL void end_bracketed(std::u16string_view closing);
 
-  QualifiedName qualify(XmlTag::Id tag, bool default_ns);
-  [[gnu::noinline]] UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
-  [[gnu::noinline]] void add_own_declaration(QualifiedName name);
-  UString const& declare(UString const& uri, UString prefix);
-  UString next_prefix();
-  void insert_ns_decls();
+  TQXML_LOCAL QualifiedName qualify(XmlTag::Id tag, bool default_ns);
+  [[gnu::noinline]] TQXML_LOCAL UString const& new_ns_prefix(XmlTag const& tag, bool default_ns);
+  [[gnu::noinline]] TQXML_LOCAL void add_own_declaration(QualifiedName name);
+  TQXML_LOCAL UString const& declare(UString const& uri, UString prefix);
+  TQXML_LOCAL UString next_prefix();
+  TQXML_LOCAL void insert_ns_decls();
 
   /// Markup produced and not yet handed out by inc_str().
   TextBuffer out;

@@ -110,12 +110,12 @@ class TQXML_API XmlDoc::Elem {
   friend class ElemTestAccess;
   template <class Handle>
   friend class TreeBuilder;
-  class Child;
+  class TQXML_LOCAL Child;
 
-  Elem& take_elem(Elem&& e);
-  void take_unescaped(UString&& text);
-  void take_text(UString&& text);
-  UString const* only_text() const noexcept;
+  TQXML_LOCAL Elem& take_elem(Elem&& e);
+  TQXML_LOCAL void take_unescaped(UString&& text);
+  TQXML_LOCAL void take_text(UString&& text);
+  TQXML_LOCAL UString const* only_text() const noexcept;
 
   XmlTag::Id tag;
   std::vector<attr_t> attrs;
