@@ -101,10 +101,10 @@ class TQUTIL_API UMessage {
   /// The argument in slot `i`, from 1 to MAX_ARGS; `Arg::nil` for an unused slot and any other `i`.
   Arg const& arg(int i) const noexcept;
 
-  /// The message with its identifier in front and its arguments in place. The placeholders `%s`,
-  /// `%d` and `%ld` take the arguments in order, each printed by its own kind whatever the
-  /// placeholder says; where the arguments have run out nothing is printed. `%%` gives one `%`.
-  /// Without a catalogue, or with an index outside it, the text says so.
+  /// The message with its identifier in front and its arguments in place. The placeholders \%s, \%d
+  /// and \%ld take the arguments in order, each printed by its own kind whatever the placeholder
+  /// says; where the arguments have run out nothing is printed. "%%" gives one "%". Without a
+  /// catalogue, or with an index outside it, the text says so.
   UString text() const;
 
   /// The text of one catalogue entry with at most one argument.
