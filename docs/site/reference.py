@@ -11,6 +11,8 @@ _DOXYFILE = Path(__file__).parent / "Doxyfile"
 _BODY = "<!-- body -->"
 # Folds away what is inherited, by a script that is not there.
 _FOLDING = re.compile(r' onclick="[^"]*"|<img src="closed.png" alt="-"/>&#160;')
+# In the line of sections below the title, which counts those that are private.
+_SECTION = re.compile(r'<a href="#([\w-]+)">[^<]*</a>(?: &#124;\n)?')
 _LINK = re.compile(r'(?:href|src)="([^"#]+)')
 
 
@@ -42,14 +44,16 @@ def build(root: Path, site: Path, layout: Layout) -> list[str]:
     complaints = run.stderr.strip().splitlines()
     if run.returncode != 0 and not complaints:
         complaints = [f"doxygen ended with {run.returncode}"]
-    _unfold(site / REFERENCE.parent)
+    for page in (site / REFERENCE.parent).glob("*.html"):
+        page.write_text(_mended(page.read_text("utf-8")), "utf-8")
     _remove_what_nothing_leads_to(site / REFERENCE.parent)
     return complaints
 
 
-def _unfold(folder: Path) -> None:
-    for page in folder.glob("*.html"):
-        page.write_text(_FOLDING.sub("", page.read_text("utf-8")), "utf-8")
+def _mended(page: str) -> str:
+    return _SECTION.sub(
+        lambda link: link[0] if f'id="{link[1]}"' in page else "", _FOLDING.sub("", page)
+    )
 
 
 def _remove_what_nothing_leads_to(folder: Path) -> None:
