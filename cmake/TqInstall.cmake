@@ -58,12 +58,14 @@ function(tq_install_cmake_package target dependency)
   export(EXPORT ${target}Targets NAMESPACE ${target}:: FILE "${PROJECT_BINARY_DIR}/${target}Targets.cmake")
 endfunction()
 
+# Xerces-C++ and ICU are not named, not even as private: pkg-config would then refuse to tell the
+# flags where their development packages are missing, and a program needs nothing of those.
 function(tq_install_pkg_config target description dependency)
   set(pkg_config_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
-  set(requires "${dependency}")
-  set(requires_private_tqutil icu-uc)
-  set(requires_private_tqxml xerces-c)
-  set(requires_private ${requires_private_${target}})
+  set(requires "")
+  if(dependency)
+    set(requires "Requires: ${dependency}\n")
+  endif()
   tq_pkg_config_prefix("${pkg_config_dir}" prefix)
   tq_below_prefix("${CMAKE_INSTALL_LIBDIR}" libdir)
   tq_below_prefix("${CMAKE_INSTALL_INCLUDEDIR}" includedir)
