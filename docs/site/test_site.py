@@ -14,6 +14,7 @@ from check import Site, judge
 from layout import Layout
 from links import Links
 from markdown_page import heading_id, render
+from reference_pages import joined_index, mended
 
 ROOT = Path(__file__).parents[2]
 DOCUMENT = PurePosixPath("docs/guide/a.md")
@@ -116,6 +117,23 @@ class PageTest(unittest.TestCase):
         )
         self.assertIn('<li><a href="b.html">B</a></li>', page)
         self.assertNotIn("Deeper", page)
+
+
+class ReferencePagesTest(unittest.TestCase):
+    def test_the_pages_of_the_letters_become_one(self) -> None:
+        page = '<div class="contents">intro {}</div><!-- contents --><ul>others</ul>'
+        a, b = "<h3>a</h3><ul>add</ul>", "<h3>b</h3><ul>byte</ul>"
+        joined = joined_index([page.format(a), page.format(b)])
+        body = f"<h1>Everything by name</h1>\n{a}\n{b}"
+        self.assertEqual(joined, page.replace("intro {}", body))
+
+    def test_links_to_sections_and_folders_that_are_not_there_go(self) -> None:
+        links = '<a href="#here">H</a> &#124;\n<a href="#gone">G</a>'
+        page = mended(f'{links}<h2 id="here"></h2><a class="el" href="dir_1.html">tqxml</a>')
+        self.assertEqual(page, '<a href="#here">H</a> &#124;\n<h2 id="here"></h2>tqxml')
+
+    def test_nothing_calls_a_script(self) -> None:
+        self.assertEqual(mended("""<td onclick="toggle('x')">all</td>"""), "<td>all</td>")
 
 
 class CheckTest(unittest.TestCase):
