@@ -30,7 +30,7 @@ def joined_index(pages: list[str]) -> str:
     """The first page, with the names of all."""
     contents = [match[0] for page in pages for match in _CONTENTS.finditer(page)]
     names = [match[0] for each in contents for match in _NAMES.finditer(each)]
-    body = "\n".join(["<h1>Everything by name</h1>", *names])
+    body = "\n".join(["<h1>Everything by name</h1>", *names]).replace("&#160;:&#160;", ": ")
     return _CONTENTS.sub(lambda _: body, pages[0])
 
 

@@ -15,41 +15,41 @@ namespace Orn {
 ///     }
 class TQXML_API Catalogue {
  public:
-  /// The index of each message. The comment gives its arguments.
+  /// The index of each message, and its arguments.
   enum Index {
-    UNABLE_TO_INITIALIZE_XERCES = 1,
-    XERCES_XML_EXCEPTION = 2,        ///< code, line in the parser's own source, text
-    XERCES_DOM_EXCEPTION = 3,        ///< code, text
-    XERCES_SAX_PARSE_EXCEPTION = 4,  ///< line, column, text
-    UNRECOGNIZED_XERCES_EXCEPTION = 5,
-    IS_EMPTY_MISMATCH = 6,       ///< operation, tag, expected, actual
-    MISSING_REQUIRED_CHILD = 7,  ///< operation, wanted tag, tag of the element
-    TAG_MISMATCH = 8,            ///< operation, expected tag, actual tag
-    NIL_ELEMENT = 9,             ///< operation
-    NO_CHILDREN = 10,            ///< operation, tag of the element
-    OPERATION_CHECK_IS_EMPTY = 11,
-    OPERATION_CHECK_IS_NIL = 12,  ///< used by no operation
-    OPERATION_CHILD = 13,
-    OPERATION_ELEM_MATCH = 14,
-    OPERATION_ATTRIBUTE_MATCH = 15,
-    NIL_ATTRIBUTE = 16,  ///< operation
-    ALREADY_CLOSED = 17,
-    UNRECOGNIZED_STATE = 18,
-    ACTIVE_PUSHED_ELEMENTS = 19,
-    NOT_CLOSE_PENDING = 20,
-    NO_OPEN_ELEMENT_FOR_ATTRIBUTE = 21,
-    CDATA_TERMINATOR_IN_TEXT = 22,  ///< "]]>", the text, the text
-    NO_OPEN_ELEMENT_FOR_BODY = 23,
-    POPPED_ELEMENT_MISMATCH = 24,
-    START_TAG_DISALLOWED = 25,
-    CLOSE_NOT_CALLED = 26,
-    NAMESPACE_AFTER_OUTPUT = 27,
-    NOT_STARTED = 28,
-    BAD_READ = 29,
-    NOT_VALID_STREAM = 30,
-    OPT_CHILD_AFTER_NEXT_CHILD = 31,
-    CHILD_AFTER_NEXT_CHILD = 32,
-    PARSER_ERROR = 33,  ///< the parser's text, or that of a limit
+    UNABLE_TO_INITIALIZE_XERCES = 1,     ///< no arguments
+    XERCES_XML_EXCEPTION = 2,            ///< code, line in the parser's own source, text
+    XERCES_DOM_EXCEPTION = 3,            ///< code, text
+    XERCES_SAX_PARSE_EXCEPTION = 4,      ///< line, column, text
+    UNRECOGNIZED_XERCES_EXCEPTION = 5,   ///< no arguments
+    IS_EMPTY_MISMATCH = 6,               ///< operation, tag, expected, actual
+    MISSING_REQUIRED_CHILD = 7,          ///< operation, wanted tag, tag of the element
+    TAG_MISMATCH = 8,                    ///< operation, expected tag, actual tag
+    NIL_ELEMENT = 9,                     ///< operation
+    NO_CHILDREN = 10,                    ///< operation, tag of the element
+    OPERATION_CHECK_IS_EMPTY = 11,       ///< no arguments; an operation, for other messages
+    OPERATION_CHECK_IS_NIL = 12,         ///< no arguments; used by no operation
+    OPERATION_CHILD = 13,                ///< no arguments; an operation, for other messages
+    OPERATION_ELEM_MATCH = 14,           ///< no arguments; an operation, for other messages
+    OPERATION_ATTRIBUTE_MATCH = 15,      ///< no arguments; an operation, for other messages
+    NIL_ATTRIBUTE = 16,                  ///< operation
+    ALREADY_CLOSED = 17,                 ///< no arguments
+    UNRECOGNIZED_STATE = 18,             ///< no arguments
+    ACTIVE_PUSHED_ELEMENTS = 19,         ///< no arguments
+    NOT_CLOSE_PENDING = 20,              ///< no arguments
+    NO_OPEN_ELEMENT_FOR_ATTRIBUTE = 21,  ///< no arguments
+    CDATA_TERMINATOR_IN_TEXT = 22,       ///< "]]>", the text, the text
+    NO_OPEN_ELEMENT_FOR_BODY = 23,       ///< no arguments
+    POPPED_ELEMENT_MISMATCH = 24,        ///< no arguments
+    START_TAG_DISALLOWED = 25,           ///< no arguments
+    CLOSE_NOT_CALLED = 26,               ///< no arguments
+    NAMESPACE_AFTER_OUTPUT = 27,         ///< no arguments
+    NOT_STARTED = 28,                    ///< no arguments
+    BAD_READ = 29,                       ///< no arguments
+    NOT_VALID_STREAM = 30,               ///< no arguments
+    OPT_CHILD_AFTER_NEXT_CHILD = 31,     ///< no arguments
+    CHILD_AFTER_NEXT_CHILD = 32,         ///< no arguments
+    PARSER_ERROR = 33,                   ///< the parser's text, or that of a limit
   };
 
   /// The number of messages.
