@@ -53,7 +53,7 @@ def _version(root: Path) -> str:
 
 
 def _shown(path: Path, file: PurePosixPath) -> str:
-    title = f"<h1><code>{file}</code></h1>\n"
+    title = f"<h1><code>{'/<wbr>'.join(file.parts)}</code></h1>\n"
     if path.is_dir():
         names = sorted(each.name + "/" * each.is_dir() for each in path.iterdir())
         return title + code("\n".join(names), "text")

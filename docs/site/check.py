@@ -111,7 +111,7 @@ def _faults_of_page(facts: dict[str, Any]) -> Iterator[str]:
             yield f"the picture {image['source']} is not shown"
         if not image["alternative"]:
             yield f"the picture {image['source']} has no text in its place"
-    if facts["handlers"]:
+    if facts["scripts"]:
         yield "there are scripts in it"
 
 

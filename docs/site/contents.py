@@ -7,7 +7,10 @@ from pathlib import Path, PurePosixPath
 # A document belongs to the first pattern that names it.
 _GROUPS: tuple[tuple[str, tuple[str, ...]], ...] = (
     ("Start", ("README.md",)),
-    ("Guide", ("docs/guide.md", "docs/guide/*.md", "examples/README.md")),
+    (
+        "Guide",
+        ("docs/guide.md", "docs/guide/*.md", "docs/vocabulary-tool.md", "examples/README.md"),
+    ),
     (
         "Reference",
         ("docs/messages.md", "docs/behaviour.md", "SECURITY.md", "docs/performance.md"),

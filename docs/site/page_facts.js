@@ -1,6 +1,12 @@
 // Run in each page: what docs/site/check.py judges.
 const here = document.documentElement;
 
+// Of the element, and of the text in it.
+function rightEnd(element) {
+  const { left, width } = element.getBoundingClientRect();
+  return left + Math.max(width, element.scrollWidth);
+}
+
 // What reaches beyond the window and does not scroll by itself.
 function beyondTheWindow() {
   if (here.scrollWidth <= here.clientWidth) return [];
@@ -9,10 +15,10 @@ function beyondTheWindow() {
     element !== document.body &&
     (getComputedStyle(element).overflowX !== "visible" || scrolls(element.parentElement));
   return [...document.body.querySelectorAll("*")]
-    .filter((each) => each.getBoundingClientRect().right > here.clientWidth + 1)
+    .filter((each) => rightEnd(each) > here.clientWidth + 1)
     .filter((each) => !scrolls(each.parentElement))
-    .map((each) => `${each.localName}.${each.className}: ${each.textContent.trim().slice(0, 40)}`)
-    .slice(0, 3);
+    .slice(-3)
+    .map((each) => `${each.localName}.${each.className}: ${each.textContent.trim().slice(0, 40)}`);
 }
 
 const withAddress = [...document.querySelectorAll("[src], link[href]")];
@@ -24,7 +30,7 @@ return {
   beyond: beyondTheWindow(),
   ids: [...document.querySelectorAll("[id], a[name]")].flatMap((each) => [each.id, each.name]),
   links: [...document.querySelectorAll("a[href]")].map((each) => each.href),
-  handlers: document.querySelectorAll("[onclick]").length,
+  scripts: document.querySelectorAll("script, [onclick]").length,
   resources: withAddress.map((each) => each.src ?? each.href),
   images: [...document.images].map((each) => ({
     source: each.src,

@@ -148,7 +148,7 @@ class CheckTest(unittest.TestCase):
             "links": [],
             "resources": [],
             "images": [],
-            "handlers": 0,
+            "scripts": 0,
             "console": [],
             **others,
         }
@@ -176,7 +176,7 @@ class CheckTest(unittest.TestCase):
             "no text in its place": {
                 "images": [{"source": "x", "alternative": "", "loaded": True}]
             },
-            "there are scripts": {"handlers": 1},
+            "there are scripts": {"scripts": 1},
         }
         for fault, facts in cases.items():
             with self.subTest(fault):
