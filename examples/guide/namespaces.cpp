@@ -2,8 +2,10 @@
 
 #include "shop.h"
 #include "show.h"
+#include "tqxml/dom/DomParser.h"
 #include "tqxml/writer/XmlDoc.h"
 
+using Orn::DomParser;
 using Orn::UString;
 using Orn::XmlDoc;
 
@@ -58,6 +60,31 @@ void xml_lang() {
   show(doc);
 }
 
+void prefixes() {
+  section("prefixes");
+  //! [prefixes]
+  char const* const documents[] = {
+      "<order xmlns='urn:example:shop'><note>same</note></order>",
+      "<a:order xmlns:a='urn:example:shop'><a:note>same</a:note></a:order>",
+      "<order xmlns='urn:example:else'><note>other</note></order>",
+  };
+  for (char const* document : documents) {
+    DomParser parser(document);
+    DomParser::Elem note = parser.root().opt_child(shop::note);
+    std::cout << (note.is_nil() ? UString(u"no note") : note.data()) << '\n';
+  }
+  //! [prefixes]
+}
+
+void bare_attributes() {
+  section("bare-attributes");
+  //! [bare-attributes]
+  DomParser parser("<order xmlns='urn:example:shop' plain='3'/>");
+  DomParser::Attribute attr = parser.root().next_attr();
+  std::cout << Orn::XmlTag::lookup(attr.tag()).to_string() << (attr.tag() == shop::plain) << '\n';
+  //! [bare-attributes]
+}
+
 }  // namespace
 
 int main() {
@@ -65,4 +92,6 @@ int main() {
   chosen();
   unprefixed();
   xml_lang();
+  prefixes();
+  bare_attributes();
 }

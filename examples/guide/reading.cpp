@@ -1,5 +1,6 @@
 // Documents read with DomParser.
 
+#include "attribute.h"
 #include "shop.h"
 #include "show.h"
 #include "tqxml/dom/DomParser.h"
@@ -41,15 +42,6 @@ void iterate() {
   }
   //! [iterate]
 }
-
-//! [attribute]
-// The attribute `name` of a freshly found element; nil when it has none.
-DomParser::Attribute attribute(DomParser::Elem element, Orn::XmlTag::Id name) {
-  DomParser::Attribute candidate = element.next_attr();
-  while (!candidate.is_nil() && candidate.tag() != name) candidate = element.next_attr();
-  return candidate;
-}
-//! [attribute]
 
 void attributes() {
   section("attributes");

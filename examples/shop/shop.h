@@ -1,5 +1,5 @@
-#ifndef GUIDE_SHOP_H
-#define GUIDE_SHOP_H
+#ifndef SHOP_SHOP_H
+#define SHOP_SHOP_H
 
 #include "tqutil/XmlTag.h"
 
