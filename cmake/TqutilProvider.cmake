@@ -9,7 +9,7 @@ elseif(TQUTIL_PROVIDER STREQUAL "package")
   # The root of the source tree would bring the bundled tqutil's headers before the package's.
   set(TQ_INCLUDE_ROOT "${PROJECT_BINARY_DIR}/include-root")
   file(MAKE_DIRECTORY "${TQ_INCLUDE_ROOT}")
-  foreach(folder IN ITEMS tqxml tests fuzz bench)
+  foreach(folder IN ITEMS tqxml vocabulary tests fuzz bench)
     file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${folder}" "${TQ_INCLUDE_ROOT}/${folder}" SYMBOLIC)
   endforeach()
 else()
