@@ -37,12 +37,12 @@ class TQUTIL_API UMessage {
      public:
       /// Nothing.
       arg_union_t() noexcept = default;
-      /// @{
-      /// The value, of which a copy is kept.
+      /// A number of 32 bits.
       arg_union_t(std::int32_t value) noexcept : value_(std::in_place_index<1>, value) {}
+      /// A `long`.
       arg_union_t(long value) noexcept : value_(std::in_place_index<2>, value) {}
+      /// A copy of a text.
       arg_union_t(UString const& value) : value_(std::in_place_index<3>, value) {}
-      /// @}
 
      private:
       friend class Arg;
@@ -51,22 +51,24 @@ class TQUTIL_API UMessage {
 
     /// The empty argument.
     Arg() noexcept = default;
-    /// @{
-    /// A number or a text, of which a copy is kept.
+    /// A number of 32 bits.
     Arg(std::int32_t value) noexcept : Arg(KIND_INT, arg_union_t(value)) {}
+    /// A `long`.
     Arg(long value) noexcept : Arg(KIND_LONG, arg_union_t(value)) {}
+    /// A copy of a text.
     Arg(UString const& value) : Arg(KIND_TEXT, arg_union_t(value)) {}
-    /// @}
     /// `kind` is one of the codes above and must be the kind of the value.
     Arg(int kind, arg_union_t const& value) : kind_(kind), value_(value) {}
 
     /// @{
+
     /// Copies are independent. What is left in an argument that was moved from is not specified.
     Arg(Arg const&) = default;
     Arg(Arg&&) noexcept = default;
     Arg& operator=(Arg const&) = default;
     Arg& operator=(Arg&&) noexcept = default;
     /// @}
+
     /// Lets go of the value.
     virtual ~Arg();
 
@@ -86,13 +88,12 @@ class TQUTIL_API UMessage {
   /// The most arguments that a message takes.
   static constexpr int MAX_ARGS = 10;
 
-  /// @{
   /// The message at `index` of `catalogue`, from 1 on (0 is the header). Copies the arguments.
   UMessage(char const** catalogue, int index, Arg const& a1 = Arg::nil, Arg const& a2 = Arg::nil);
+  /// The same with up to ten arguments.
   UMessage(char const** catalogue, int index, Arg const& a1, Arg const& a2, Arg const& a3,
            Arg const& a4, Arg const& a5, Arg const& a6, Arg const& a7, Arg const& a8, Arg const& a9,
            Arg const& a10);
-  /// @}
 
   /// What the constructor was given.
   char const** catalogue() const noexcept { return catalogue_; }

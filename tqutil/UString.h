@@ -47,23 +47,22 @@ class TQUTIL_API UString {
 
   /// An empty text.
   UString() noexcept = default;
-  /// @{
   /// A copy of a zero-terminated text.
   UString(unit_type const* text);
+  /// The same.
   UString(char16_t const* text);
-  /// @}
-  /// @{
   /// A copy of the first `length` units of `text`, which may hold U+0000.
   UString(char16_t const* text, std::size_t length)
       : text_(length == 1 ? string_type(1, *text) : copied(units_of(text), length)) {}
+  /// The same.
   UString(unit_type const* text, std::size_t length) : text_(copied(text, length)) {}
-  /// @}
   /// A copy of a standard string of 16-bit units.
   UString(string_type const& text);
   /// The same without a copy: what is left in `text` is not specified.
   UString(string_type&& text);
 
   /// @{
+
   /// Copies are independent. What is left in a text that was moved from is not specified. What
   /// `utf8_str()` returned for either side stays as it is.
   UString(UString const& other) = default;
@@ -71,6 +70,7 @@ class TQUTIL_API UString {
   UString& operator=(UString const& other) = default;
   UString& operator=(UString&& other) noexcept = default;
   /// @}
+
   /// Frees the text, and what `utf8_str()` returned.
   ~UString() = default;
 
@@ -86,23 +86,21 @@ class TQUTIL_API UString {
   UString& append(UString const& other);
   /// Appends the `n` units of `other` from `pos` on, or as many as there are.
   UString& append(UString const& other, unsigned int pos, unsigned int n);
-  /// @{
   /// Appends a zero-terminated text.
   UString& append(unit_type const* text);
+  /// The same.
   UString& append(char16_t const* text);
-  /// @}
-  /// @{
   /// Appends the first `length` units of `text`, which may hold U+0000.
   UString& append(char16_t const* text, std::size_t length) {
     return length == 1 ? append(static_cast<unit_type>(*text)) : append(units_of(text), length);
   }
+  /// The same.
   UString& append(unit_type const* text, std::size_t length) {
     if (length == 0) return *this;
     check_room_for(length);
     text_.append(text, length);
     return *this;
   }
-  /// @}
   /// Appends one unit.
   UString& append(unit_type unit);
 
@@ -130,20 +128,18 @@ class TQUTIL_API UString {
   /// The unit at `pos`, which must be at most the length (where the closing zero stands).
   unit_type operator[](unsigned int pos) const noexcept { return text_[pos]; }
 
-  /// @{
   /// The first position at or after `from`, or `npos`. An empty text is found at `from` itself,
   /// unless that is beyond the end.
   unsigned int find(UString const& wanted, unsigned int from) const noexcept;
+  /// The same for one unit.
   unsigned int find(unit_type wanted, unsigned int from) const noexcept;
-  /// @}
   /// The `n` units from `pos` on, or as many as there are.
   UString substr(unsigned int pos, unsigned int n) const;
 
-  /// @{
   /// Negative, 0 or positive as this text sorts before, with or after the other by code units.
   int compare(UString const& other) const noexcept;
+  /// The same.
   int compare(char16_t const* other) const noexcept;
-  /// @}
 
   /// The text in UTF-8, zero-terminated, each lone surrogate as U+FFFD. Good until the next
   /// `utf8_str()` of the same object, or its destruction; changing the text does not change it.
@@ -154,6 +150,7 @@ class TQUTIL_API UString {
   static std::string to_utf8(unit_type const* text, std::size_t length);
 
   /// @{
+
   /// A UString on the heap lives in ICU's memory. When there is none left those that take
   /// std::nothrow give null, the others raise std::bad_alloc.
   static void* operator new(std::size_t size);
@@ -209,6 +206,7 @@ class TQUTIL_API UString {
 };
 
 /// @{
+
 /// Compares two texts by code units. Where one is a zero-terminated text, null is the empty one.
 inline bool operator==(UString const& a, UString const& b) noexcept {
   return a.length() == b.length() &&

@@ -49,11 +49,10 @@ class TQXML_API DomParser {
   explicit DomParser(std::string const& text);
   /// The same without a copy: what is left in `text` is not specified.
   explicit DomParser(std::string&& text);
-  /// @{
-  /// The same, kept to limits, and so is every text that the parser is given later.
+  /// A parser on a copy of `text`, kept to limits, and so is every text that it is given later.
   DomParser(std::string const& text, ReadLimits const& limits);
+  /// The same without a copy: what is left in `text` is not specified.
   DomParser(std::string&& text, ReadLimits const& limits);
-  /// @}
   /// A parser on the text of a closed document, as `XmlDoc::byte_array()` gives it. Raises what
   /// `XmlDoc::str()` raises.
   explicit DomParser(XmlDoc const& doc);
@@ -107,11 +106,10 @@ class TQXML_API DomParser::Elem {
  public:
   /// A nil handle.
   Elem() noexcept = default;
-  /// @{
   /// A handle on the same element that goes on from where the other stands.
   Elem(Elem const&) = default;
+  /// Makes this handle one like the other.
   Elem& operator=(Elem const&) = default;
-  /// @}
   /// Leaves the element as it is.
   virtual ~Elem();
 
@@ -177,11 +175,10 @@ class TQXML_API DomParser::Attribute {
  public:
   /// A nil handle.
   Attribute() noexcept = default;
-  /// @{
   /// A handle on the same attribute.
   Attribute(Attribute const&) = default;
+  /// Makes this handle one like the other.
   Attribute& operator=(Attribute const&) = default;
-  /// @}
   /// Leaves the attribute as it is.
   virtual ~Attribute();
 

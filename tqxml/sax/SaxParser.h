@@ -79,11 +79,10 @@ class TQXML_API SaxParser {
   SaxParser(std::istream& in, ReadLimits const& limits);
   /// The same; a null pointer raises BAD_READ.
   SaxParser(std::istream* in, ReadLimits const& limits);
-  /// @{
   /// Both then read the same document: what one reads the other has read.
   SaxParser(SaxParser const& other);
+  /// The same, after letting go of the document that this one has.
   SaxParser& operator=(SaxParser const& other);
-  /// @}
   /// Lets go of the document. Handles stay good for what has been read.
   virtual ~SaxParser();
 
@@ -98,12 +97,12 @@ class TQXML_API SaxParser {
   /// What the parser said about the error that ended the parse, or about the limit; empty when it
   /// has said nothing.
   UString error_text() const;
-  /// @{
-  /// Where it said so, line and column counted from 1; 0 when it has said nothing. For malformed
-  /// markup it is just behind the place; an undecodable byte is reported up to one buffer early.
+  /// The line where it said so, counted from 1; 0 when it has said nothing. For malformed markup
+  /// line and column are just behind the place; an undecodable byte is reported up to one buffer
+  /// early.
   std::uint64_t error_line() const;
+  /// The column, likewise.
   std::uint64_t error_column() const;
-  /// @}
 
  private:
   class TQXML_LOCAL ParserImpl;
@@ -145,12 +144,14 @@ class TQXML_API SaxParser::Elem {
   /// A nil handle.
   Elem() noexcept = default;
   /// @{
+
   /// A copy shares the element. A handle that was moved from is nil.
   Elem(Elem const& other) noexcept = default;
   Elem(Elem&& other) noexcept = default;
   Elem& operator=(Elem const& other) noexcept = default;
   Elem& operator=(Elem&& other) noexcept = default;
   /// @}
+
   /// Lets go of the element, which is forgotten with its last handle if `next_child` gave it away.
   virtual ~Elem();
 
@@ -207,12 +208,14 @@ class TQXML_API SaxParser::Attribute {
   /// A nil handle.
   Attribute() noexcept = default;
   /// @{
+
   /// A copy shares the attribute. A handle that was moved from is nil.
   Attribute(Attribute const& other) noexcept = default;
   Attribute(Attribute&& other) noexcept = default;
   Attribute& operator=(Attribute const& other) noexcept = default;
   Attribute& operator=(Attribute&& other) noexcept = default;
   /// @}
+
   /// Lets go of the attribute.
   virtual ~Attribute();
 

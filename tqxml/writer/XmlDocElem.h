@@ -61,11 +61,10 @@ class TQXML_API XmlDoc::Elem {
   Elem(Elem const& other);
   /// Leaves `other` with its tag alone.
   Elem(Elem&& other) noexcept;
-  /// @{
   /// As the constructors do. `other` may be an element inside of this one.
   Elem& operator=(Elem const& other);
+  /// The same.
   Elem& operator=(Elem&& other) noexcept;
-  /// @}
   /// Lets go of the children, which live on in the other trees that hold them.
   ~Elem();
 
