@@ -9,6 +9,8 @@ _FOLDING = re.compile(r' onclick="[^"]*"|<img src="closed.png" alt="-"/>&#160;')
 _SECTION = re.compile(r'<a href="#([\w-]+)">[^<]*</a>(?: &#124;\n)?')
 # The folder of a header has a page with nothing in it.
 _FOLDER = re.compile(r'<a class="el" href="dir_\w+\.html">([^<]*)</a>')
+# Of a class that is left out; the line below has the same mark.
+_LEFT_OUT = re.compile(r'<tr class="(?:memitem|separator):">.*</tr>\n')
 _CONTENTS = re.compile(r'(?<=<div class="contents">).*(?=</div><!-- contents -->)', re.DOTALL)
 _NAMES = re.compile(r"<h3>.*</ul>", re.DOTALL)
 _LINK = re.compile(r'(?:href|src)="([^"#]+)')
@@ -22,7 +24,7 @@ def mend(folder: Path, start: str) -> None:
 
 
 def mended(page: str) -> str:
-    page = _FOLDER.sub(r"\1", _FOLDING.sub("", page))
+    page = _FOLDER.sub(r"\1", _FOLDING.sub("", _LEFT_OUT.sub("", page)))
     return _SECTION.sub(lambda link: link[0] if f'id="{link[1]}"' in page else "", page)
 
 
