@@ -9,8 +9,10 @@ _FOLDING = re.compile(r' onclick="[^"]*"|<img src="closed.png" alt="-"/>&#160;')
 _SECTION = re.compile(r'<a href="#([\w-]+)">[^<]*</a>(?: &#124;\n)?')
 # The folder of a header has a page with nothing in it.
 _FOLDER = re.compile(r'<a class="el" href="dir_\w+\.html">([^<]*)</a>')
-# Of a class that is left out; the line below has the same mark.
-_LEFT_OUT = re.compile(r'<tr class="(?:memitem|separator):">.*</tr>\n')
+# Of a class that is left out: without a link, and followed by a line between.
+_LEFT_OUT = re.compile(
+    r'<tr class="memitem:">(?:(?!<a ).)*<b>.*</tr>\n<tr class="separator:">.*</tr>\n'
+)
 _CONTENTS = re.compile(r'(?<=<div class="contents">).*(?=</div><!-- contents -->)', re.DOTALL)
 _NAMES = re.compile(r"<h3>.*</ul>", re.DOTALL)
 _LINK = re.compile(r'(?:href|src)="([^"#]+)')
