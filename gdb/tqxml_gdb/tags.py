@@ -1,0 +1,99 @@
+"""XmlTag, and the names of the numbers that stand for tags."""
+
+import gdb
+
+from .memory import Invalid, name, number_at, word_at, word_size
+from .texts import text_of
+
+# Places in a Registry, in words: its members, of the standard library, have so many.
+NAMESPACES_WORDS = 7
+TAGS_WORDS = 10
+BY_SMALL_NUMBER = NAMESPACES_WORDS + TAGS_WORDS
+BY_OTHER_NUMBER = BY_SMALL_NUMBER + 3
+# In a table of the standard library.
+FIRST_NODE = 2
+MOST_NODES = 1 << 20
+
+
+def number_of(value):
+    """Of an XmlTag::Id, which gdb takes for a type without a sign."""
+    number = int(value) & 0xFFFFFFFF
+    return number - (1 << 32) if number >= 1 << 31 else number
+
+
+def name_of_tag(tag):
+    """{URI}name of an XmlTag. Raises Invalid."""
+    return name(text_of(tag["ns_"]).string(), text_of(tag["simple_name_"]).string())
+
+
+def name_of_number(number):
+    """{URI}name, as far as the registry can be found and has the number."""
+    if number == 0:
+        return "no tag"
+    try:
+        tag = registered_tag(number)
+        if tag is not None:
+            return name_of_tag(tag)
+    except (Invalid, gdb.error):
+        pass
+    return f"tag {number}"
+
+
+def registered_tag(number):
+    registry = address_of_registry()
+    if not registry:
+        return None
+    place = small_entry(registry, number) or other_entry(registry, number)
+    if not place:
+        return None
+    return gdb.Value(place).cast(gdb.lookup_type("Orn::XmlTag").pointer()).dereference()
+
+
+def address_of_registry():
+    """Null when the program has looked at no tag, or the library's symbols are not there."""
+    # As a bare number: of what type it is only the library's own debug information knows.
+    pointer = gdb.parse_and_eval("(char*)&'Orn::Registry::existing'")
+    return word_at(int(pointer))
+
+
+def small_entry(registry, number):
+    begin = word_at(registry, BY_SMALL_NUMBER)
+    end = word_at(registry, BY_SMALL_NUMBER + 1)
+    if number < 0 or number >= (end - begin) // word_size():
+        return 0
+    return word_at(begin, number)
+
+
+def other_entry(registry, number):
+    node = word_at(registry, BY_OTHER_NUMBER + FIRST_NODE)
+    for _ in range(MOST_NODES):
+        if not node:
+            break
+        # The next node; the number, in a word of its own; the entry.
+        if number_at(node + word_size()) == number:
+            return word_at(node, 2)
+        node = word_at(node)
+    return 0
+
+
+class XmlTagPrinter:
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        try:
+            return name_of_tag(self.value)
+        except Invalid:
+            return "<invalid>"
+
+
+class IdPrinter:
+    """A number that stands for a tag."""
+
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        number = number_of(self.value)
+        tag = name_of_number(number)
+        return tag if tag == f"tag {number}" else f"{number} {tag}"
