@@ -11,7 +11,6 @@
 #include "shop.h"
 
 using Orn::DomParser;
-using Orn::UString;
 using Orn::XmlDoc;
 
 namespace {

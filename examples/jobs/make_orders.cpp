@@ -10,7 +10,6 @@
 #include "shop.h"
 #include "tqxml/writer/XmlDoc.h"
 
-using Orn::UString;
 using Orn::XmlDoc;
 
 namespace {
