@@ -6,7 +6,8 @@ import re
 import gdb
 
 from .memory import Invalid, Text, name, quoted, text_up_to_zero, word_at
-from .tags import name_of_number, number_of
+from .numbers import signed
+from .tags import name_of_number
 
 VTABLE = re.compile(r"vtable for xercesc_3_2::(\w+)")
 
@@ -53,7 +54,7 @@ def value_of_attribute(node):
 class HandlePrinter:
     def __init__(self, value):
         self.node = int(value["node"])
-        self.tag = number_of(value["tag_id"])
+        self.tag = signed(value["tag_id"])
 
     def to_string(self):
         if self.node == 0:

@@ -2,7 +2,9 @@
 
 import gdb
 
+from . import vocabularies
 from .memory import Invalid, name, number_at, word_at, word_size
+from .numbers import signed
 from .texts import text_of
 
 # Places in a Registry, in words: its members, of the standard library, have so many.
@@ -15,28 +17,22 @@ FIRST_NODE = 2
 MOST_NODES = 1 << 20
 
 
-def number_of(value):
-    """Of an XmlTag::Id, which gdb takes for a type without a sign."""
-    number = int(value) & 0xFFFFFFFF
-    return number - (1 << 32) if number >= 1 << 31 else number
-
-
 def name_of_tag(tag):
     """{URI}name of an XmlTag. Raises Invalid."""
     return name(text_of(tag["ns_"]).string(), text_of(tag["simple_name_"]).string())
 
 
 def name_of_number(number):
-    """{URI}name, as far as the registry can be found and has the number."""
+    """{URI}name, as far as there is one with that number in the registry, or, without the symbols of
+    the library, in a vocabulary of the program."""
     if number == 0:
         return "no tag"
     try:
         tag = registered_tag(number)
-        if tag is not None:
-            return name_of_tag(tag)
+        known = name_of_tag(tag) if tag is not None else None
     except (Invalid, gdb.error):
-        pass
-    return f"tag {number}"
+        known = vocabularies.name_of_number(number)
+    return known or f"tag {number}"
 
 
 def registered_tag(number):
@@ -94,6 +90,6 @@ class IdPrinter:
         self.value = value
 
     def to_string(self):
-        number = number_of(self.value)
+        number = signed(self.value)
         tag = name_of_number(number)
         return tag if tag == f"tag {number}" else f"{number} {tag}"

@@ -3,7 +3,8 @@
 import gdb
 
 from .memory import Invalid, unsigned_at, word_at
-from .tags import name_of_number, number_of
+from .numbers import signed
+from .tags import name_of_number
 
 # A tree that is not made, or overwritten, may seem to have any number of children.
 MOST_PARTS = 1 << 24
@@ -21,7 +22,7 @@ class TreePrinter:
             check_vector(self.value["children"])
         except Invalid:
             return "<invalid>"
-        return name_of_number(number_of(self.value["tag"]))
+        return name_of_number(signed(self.value["tag"]))
 
     def children(self):
         try:
@@ -57,7 +58,7 @@ def attributes(vector):
     begin, end, size = bounds(vector)
     for place in range(begin, end, size):
         attribute = gdb.Value(place).cast(pointer_type(vector)).dereference()
-        yield "@" + name_of_number(number_of(attribute["id"])), attribute["value"]
+        yield "@" + name_of_number(signed(attribute["id"])), attribute["value"]
 
 
 def children(vector):
