@@ -9,7 +9,8 @@
 #include "tqxml/writer/XmlDocStartTag.h"
 
 // The core of the writer: the life cycle of a document, elements, attributes, text and output. What
-// else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp.
+// else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp, the
+// step from state to state in XmlDocState.cpp.
 
 namespace Orn {
 
@@ -20,12 +21,6 @@ XmlDoc& XmlDoc::operator=(XmlDoc const& other) = default;
 XmlDoc::~XmlDoc() = default;
 
 void XmlDoc::set_indented_format() { indented = true; }
-
-void XmlDoc::next_state() {
-  if (state == DOC_CLOSED) raise<StateException>(Catalogue::ALREADY_CLOSED);
-  if (state > DOC_CLOSED) raise<StateException>(Catalogue::UNRECOGNIZED_STATE);
-  ++state;
-}
 
 void XmlDoc::start_doc(XmlTag::Id root) {
   if (root != XmlTag::NO_TAG && state <= DOC_STARTED) {
