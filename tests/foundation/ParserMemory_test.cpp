@@ -6,8 +6,12 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <map>
+#include <memory>
 #include <random>
+#include <utility>
 #include <vector>
+#include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -92,6 +96,48 @@ TEST(ParserMemory, ThatIsMoreThanThereIsIsRefusedInXercesWay) {
 TEST(ParserMemory, IsNotThatOfExceptionsWhichMayOutliveIt) {
   ParserMemory memory;
   EXPECT_EQ(memory.getExceptionMemoryManager(), xercesc::XMLPlatformUtils::fgMemoryManager);
+}
+
+// In the place of Xerces' own: writes all over what is given back.
+class WritingMemory : public xercesc::MemoryManager {
+ public:
+  WritingMemory() { xercesc::XMLPlatformUtils::fgMemoryManager = this; }
+  WritingMemory(WritingMemory const&) = delete;
+  WritingMemory& operator=(WritingMemory const&) = delete;
+  ~WritingMemory() override { xercesc::XMLPlatformUtils::fgMemoryManager = usual_; }
+
+  void* allocate(XMLSize_t size) override {
+    auto block = std::make_unique<unsigned char[]>(size);
+    void* const begin = block.get();
+    blocks_[begin] = {std::move(block), size};
+    return begin;
+  }
+  void deallocate(void* begin) override {
+    auto const found = blocks_.find(begin);
+    ASSERT_NE(found, blocks_.end());
+    std::memset(begin, 1, found->second.second);
+    blocks_.erase(found);
+  }
+  xercesc::MemoryManager* getExceptionMemoryManager() override { return usual_; }
+
+  std::size_t block_count() const { return blocks_.size(); }
+
+ private:
+  xercesc::MemoryManager* usual_ = xercesc::XMLPlatformUtils::fgMemoryManager;
+  std::map<void*, std::pair<std::unique_ptr<unsigned char[]>, std::size_t>> blocks_;
+};
+
+TEST(ParserMemory, GivesAllBackAtItsEndForAnyUse) {
+  WritingMemory xerces_memory;
+  {
+    ParserMemory memory;
+    for (std::size_t size : {1, 100, 1000, 5000, 20000, 1000})
+      memory.deallocate(memory.allocate(size));
+    memory.allocate(100);
+    memory.allocate(20000);
+    EXPECT_GT(xerces_memory.block_count(), 1U);
+  }
+  EXPECT_EQ(xerces_memory.block_count(), 0U);
 }
 
 }  // namespace

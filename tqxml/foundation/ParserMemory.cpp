@@ -36,7 +36,10 @@ void allow(void* /*begin*/, std::size_t /*bytes*/) {}
 static_assert(alignof(ParserMemory) <= alignof(void*), "Xerces aligns its objects no more");
 
 ParserMemory::~ParserMemory() {
-  while (ring_.next != &ring_) give_to_xerces(ring_.next);
+  while (ring_.next != &ring_) {
+    allow_whole_of(ring_.next);
+    give_to_xerces(ring_.next);
+  }
 }
 
 void* ParserMemory::allocate(XMLSize_t size) {
@@ -81,6 +84,13 @@ void ParserMemory::give_to_xerces(Link* link) noexcept {
   link->previous->next = link->next;
   link->next->previous = link->previous;
   xercesc::XMLPlatformUtils::fgMemoryManager->deallocate(link);
+}
+
+// Who has the memory next finds nothing forbidden in it.
+void ParserMemory::allow_whole_of(Link* link) noexcept {
+  auto* const first = reinterpret_cast<Header*>(static_cast<FromXerces*>(link) + 1);
+  // Behind the link of a piece is its first small block.
+  if (first->size <= MOST_STEPS * STEP) allow(first, PIECE);
 }
 
 void ParserMemory::deallocate(void* block) {

@@ -55,6 +55,7 @@ class ParserMemory final : public xercesc::MemoryManager {
   void* take_large(std::size_t size);
   void* take_from_xerces(std::size_t bytes);
   static void give_to_xerces(Link* link) noexcept;
+  static void allow_whole_of(Link* link) noexcept;
 
   /// By size in steps.
   std::array<Header*, MOST_STEPS + 1> waiting_{};
