@@ -5,6 +5,7 @@
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
+#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 #include "tqxml/foundation/GuardedMemory.h"
 #include "tqxml/foundation/LimitGuard.h"
@@ -66,11 +67,23 @@ class GuardedParser : public Parser {
     Parser::doctypeDecl(root, public_id, system_id, has_internal_subset, has_external_subset);
   }
 
+  void entityDecl(xercesc::DTDEntityDecl const& decl, bool is_parameter_entity,
+                  bool is_ignored) override {
+    // No delivery: all that is declared is one piece of markup.
+    guard_.entity_declared(decl.getValueLen());
+    Parser::entityDecl(decl, is_parameter_entity, is_ignored);
+  }
+
+  void startEntityReference(xercesc::XMLEntityDecl const& decl) override {
+    guard_.entity_in_content(decl.getValueLen());
+    LimitGuard::Delivery const delivery(guard_);
+    Parser::startEntityReference(decl);
+  }
+
   void startElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id, XMLCh const* prefix,
                     xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
                     XMLSize_t attribute_count, bool is_empty, bool is_root) override {
     guard_.start_element(decl, attributes, attribute_count, scanner().getXMLNSNamespaceId());
-    if (is_empty) guard_.end_element();
     LimitGuard::Delivery const delivery(guard_);
     Parser::startElement(decl, uri_id, prefix, attributes, attribute_count, is_empty, is_root);
   }

@@ -1,6 +1,7 @@
 #include "tqxml/foundation/LimitGuard.h"
 
 #include <algorithm>
+#include <utility>
 #include <xercesc/util/XMLString.hpp>
 
 #include "tqxml/foundation/UsualEncodings.h"
@@ -14,15 +15,6 @@ constexpr char ADVICE[] =
     "; refuse the document, or read it again with another limit if you trust its source";
 
 std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLen(text); }
-
-std::uint64_t declarations_among(xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes,
-                                 std::size_t count, unsigned int xmlns_uri_id) {
-  std::uint64_t declarations = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (attributes.elementAt(i)->getURIId() == xmlns_uri_id) ++declarations;
-  }
-  return declarations;
-}
 
 }  // namespace
 
@@ -64,8 +56,21 @@ void LimitGuard::external_entity() const {
   cross("refuse_external", "a reference to an external entity");
 }
 
+void LimitGuard::entity_declared(std::uint64_t length) noexcept {
+  longest_entity_ = std::max(longest_entity_, length);
+}
+
+// Only of a reference in content the parser tells what it refers to, and after it has opened that;
+// any other may be to the longest.
 void LimitGuard::entity() {
-  if (place_ != nullptr) deliver(ReadLimits::REFERENCE_COST);
+  if (place_ == nullptr) return;
+  check(open_inputs_, limits_.entity_depth, "entity_depth", "levels of entities");
+  deliver(0);
+  reference_cost_ = ReadLimits::REFERENCE_COST + longest_entity_;
+}
+
+void LimitGuard::entity_in_content(std::uint64_t length) noexcept {
+  reference_cost_ = ReadLimits::REFERENCE_COST + length;
 }
 
 void LimitGuard::start_element(xercesc::XMLElementDecl const& decl,
@@ -77,11 +82,14 @@ void LimitGuard::start_element(xercesc::XMLElementDecl const& decl,
   // With "<" and ">" it is at least that long.
   deliver(length + 2);
   check(count, limits_.attributes, "attributes", "attributes on an element");
+  levels_.push_back({0, 0});
   // The vector may hold attributes of earlier elements behind its count.
-  for (std::size_t i = 0; i < count; ++i) attribute(*attributes.elementAt(i));
-  levels_.push_back({0, declarations_among(attributes, count, xmlns_uri_id)});
-  namespaces_ += levels_.back().namespaces;
-  check(namespaces_, limits_.namespaces, "namespaces", "namespace declarations in force");
+  for (std::size_t i = 0; i < count; ++i) {
+    attribute(*attributes.elementAt(i));
+    if (is_namespace_declaration(*attributes.elementAt(i), xmlns_uri_id)) {
+      declaration(*attributes.elementAt(i));
+    }
+  }
 }
 
 void LimitGuard::attribute(xercesc::XMLAttr const& attribute) {
@@ -93,7 +101,14 @@ void LimitGuard::attribute(xercesc::XMLAttr const& attribute) {
   deliver(name_length + value_length);
 }
 
-void LimitGuard::end_element() noexcept {
+void LimitGuard::declaration(xercesc::XMLAttr const& attribute) {
+  ++levels_.back().namespaces;
+  check(++namespaces_, limits_.namespaces, "namespaces", "namespace declarations in force");
+  count_name(view(attribute.getValue()));
+}
+
+void LimitGuard::end_element() {
+  deliver(0);
   namespaces_ -= levels_.back().namespaces;
   levels_.pop_back();
 }
@@ -121,9 +136,11 @@ void LimitGuard::instruction(XMLCh const* target, XMLCh const* text) {
 
 void LimitGuard::name(XMLCh const* qualified_name, std::uint64_t length) {
   name_length(length);
-  if (limits_.names == ReadLimits::NONE) return;
-  std::u16string_view const name(qualified_name, static_cast<std::size_t>(length));
-  if (names_.find(name) != names_.end()) return;
+  count_name({qualified_name, static_cast<std::size_t>(length)});
+}
+
+void LimitGuard::count_name(std::u16string_view name) {
+  if (limits_.names == ReadLimits::NONE || names_.find(name) != names_.end()) return;
   check(names_.size() + 1, limits_.names, "names", "different names");
   names_.emplace(name);
 }
@@ -133,7 +150,7 @@ void LimitGuard::name_length(std::uint64_t length) const {
 }
 
 void LimitGuard::deliver(std::uint64_t characters) {
-  delivered_ += characters;
+  delivered_ += std::exchange(reference_cost_, 0) + characters;
   if (limits_.amplification == ReadLimits::NONE || delivered_ <= limits_.amplification_floor) {
     return;
   }

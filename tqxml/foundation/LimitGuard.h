@@ -47,6 +47,11 @@ class LimitGuard {
   std::size_t bytes_to_read(std::size_t wanted) const noexcept;
   void bytes(std::uint64_t count);
 
+  // What the parser reads from, the document or an entity.
+
+  void input_opened() noexcept { ++open_inputs_; }
+  void input_closed() noexcept { --open_inputs_; }
+
   // Memory of the parser, which is limited while it scans and has not delivered what it found.
 
   void check_memory(std::size_t more) const;
@@ -75,12 +80,16 @@ class LimitGuard {
   void encoding(XMLCh const* name) const;
   void doctype(bool has_external_subset);
   [[noreturn]] void external_entity() const;
-  /// A reference to an entity, wherever it stands.
+  /// An entity is declared, with so many characters.
+  void entity_declared(std::uint64_t length) noexcept;
+  /// A reference to an entity, wherever it stands, is about to be followed.
   void entity();
+  /// It is one in content, to an entity of so many characters.
+  void entity_in_content(std::uint64_t length) noexcept;
   void start_element(xercesc::XMLElementDecl const& decl,
                      xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, std::size_t count,
                      unsigned int xmlns_uri_id);
-  void end_element() noexcept;
+  void end_element();
   void text(std::uint64_t length);
   void comment(XMLCh const* text);
   void instruction(XMLCh const* target, XMLCh const* text);
@@ -93,6 +102,9 @@ class LimitGuard {
 
   void settle() noexcept { settled_memory_ = memory_; }
   void attribute(xercesc::XMLAttr const& attribute);
+  void declaration(xercesc::XMLAttr const& attribute);
+  /// Of an element, an attribute or a namespace.
+  void count_name(std::u16string_view name);
   /// Of an element or an attribute.
   void name(XMLCh const* qualified_name, std::uint64_t length);
   void name_length(std::uint64_t length) const;
@@ -106,7 +118,11 @@ class LimitGuard {
   /// Null while nothing is scanned.
   xercesc::Locator const* place_ = nullptr;
   std::uint64_t bytes_ = 0;
+  std::uint64_t open_inputs_ = 0;
   std::uint64_t delivered_ = 0;
+  /// Of the reference that came last, as long as it may turn out to be one in content.
+  std::uint64_t reference_cost_ = 0;
+  std::uint64_t longest_entity_ = 0;
   std::uint64_t memory_ = 0;
   std::uint64_t settled_memory_ = 0;
   bool delivering_ = false;

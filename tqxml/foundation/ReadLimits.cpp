@@ -9,12 +9,13 @@ ReadLimits ReadLimits::untrusted() {
   limits.refuse_unusual_encodings = true;
   limits.amplification = 100;
   limits.amplification_floor = 8'388'608;
-  limits.depth = 1024;
-  limits.attributes = 1024;
-  limits.namespaces = 1024;
+  limits.entity_depth = 40;
+  limits.depth = 1'024;
+  limits.attributes = 1'024;
+  limits.namespaces = 256;
   limits.bytes = 10'000'000;
   limits.markup_memory = 8'388'608;
-  limits.names = 10'000;
+  limits.names = 1'500;
   limits.name = 65'536;
   limits.text = 10'000'000;
   limits.attribute_value = 500'000;

@@ -26,27 +26,34 @@ struct TQXML_API ReadLimits {
   /// The value of a limit that is off.
   static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
 
-  /// Whether a document that has a DOCTYPE is refused, before anything in it or of it is read.
+  /// Whether a document that has a DOCTYPE is refused, before any of its declarations and anything
+  /// outside are read.
   bool refuse_doctype = false;
   /// Whether a document is refused that has an external DTD subset, or where it refers to an
   /// external entity: no file is opened and no connection made. One that is declared and never
   /// referred to is none.
   bool refuse_external = false;
 
-  /// Whether a document is refused that declares another encoding than UTF-8, UTF-16, UTF-32 or
-  /// UCS, US-ASCII, Big5, Shift_JIS, or one whose name begins with ISO-8859-, windows-125, KOI8-,
-  /// EUC-, GB or EBCDIC-CP-. In some of the others, as in UTF-7, bytes of ASCII stand for something
-  /// else, so that what looks at the bytes on their way sees another text than the reader.
+  /// Whether a document is refused that declares an encoding whose name does not begin with UTF-8,
+  /// UTF8, UTF-16, UTF-32, ISO-10646-UCS-, US-ASCII, ASCII, ISO-8859-, windows-125, KOI8-, EUC-,
+  /// GB2312, GBK, GB18030, Big5, Shift_JIS or EBCDIC-CP-, in capitals or not. In some of the
+  /// others, as in UTF-7, bytes of ASCII stand for something else, so that what looks at the bytes
+  /// on their way sees another text than the reader. (Xerces-C++ also believes a declaration in
+  /// ASCII of EBCDIC, or of a UTF with its byte order such as UTF-16LE, and reads on in that.) An
+  /// entity that is read from elsewhere is not looked at.
   bool refuse_unusual_encodings = false;
 
   /// How many characters a document may make of each byte of its own, from `amplification_floor`
   /// characters on: text, values and markup as they are after entities have been put in, defaults
-  /// of a DTD included, and REFERENCE_COST for each reference to an entity. The predefined entities
-  /// and references to characters are none. 0 counts as 1, which a document without entities never
-  /// exceeds.
+  /// of a DTD included, and besides, for each reference to an entity, REFERENCE_COST and the length
+  /// of the entity; outside of content, where it is not known which one it is, of the longest. The
+  /// predefined entities and references to characters are none. 0 counts as 1, which a document
+  /// without entities never exceeds.
   std::uint64_t amplification = NONE;
   /// Up to how many characters `amplification` does not matter.
   std::uint64_t amplification_floor = 0;
+  /// How many entities may be read inside of each other, where one refers to the next.
+  std::uint64_t entity_depth = NONE;
 
   /// How many elements may be inside of each other, the root and the innermost included.
   std::uint64_t depth = NONE;
@@ -63,9 +70,12 @@ struct TQXML_API ReadLimits {
   /// told. The memory is several times the length. A text is collected as well, in pieces of up to
   /// 1,048,576, for which 7 MiB are enough.
   std::uint64_t markup_memory = NONE;
-  /// How many different names of elements and attributes there may be, each with its prefix. A
-  /// parser keeps all of them, and DomParser's takes time in proportion to their square.
+  /// How many different names of elements and attributes, each with its prefix, and of namespaces
+  /// there may be. A parser keeps all of them, and takes time in proportion to their square where
+  /// they are chosen for that.
   std::uint64_t names = NONE;
+  // The lengths are not those of what is inside of a DTD, where only `markup_memory` counts.
+
   /// How long the name of an element, an attribute or an instruction may be, its prefix included.
   std::uint64_t name = NONE;
   /// How long the text directly inside an element may be, in all its pieces and however it is
@@ -74,15 +84,15 @@ struct TQXML_API ReadLimits {
   /// How long an attribute's value may be.
   std::uint64_t attribute_value = NONE;
 
-  /// As how many characters a reference to an entity counts besides what it brings: about as many
-  /// as the parser could read in the time that it takes.
+  /// As how many characters a reference to an entity counts besides those of the entity: about as
+  /// many as the parser could read in the time that it takes.
   static constexpr std::uint64_t REFERENCE_COST = 100;
 
   /// Limits for documents from anyone. A DOCTYPE, what is external and unusual encodings are
-  /// refused. 10,000,000 bytes, 1024 levels, 1024 attributes, 1024 namespace declarations, 10,000
+  /// refused. 10,000,000 bytes, 1024 levels, 1024 attributes, 256 namespace declarations, 1,500
   /// names of 65,536, texts of 10,000,000, attribute values of 500,000, and 8 MiB for a piece of
   /// markup are allowed, and to those who allow a DOCTYPE after all 100 characters a byte from
-  /// 8,388,608 on.
+  /// 8,388,608 on, and entities 40 levels deep.
   static ReadLimits untrusted();
 };
 

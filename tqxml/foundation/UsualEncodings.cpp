@@ -9,9 +9,9 @@ namespace {
 
 // In capitals. A list of those that are meant: the others go by too many names.
 constexpr std::u16string_view BEGINNINGS[] = {
-    u"UTF-8",    u"UTF8",  u"UTF-16",    u"UTF-32",      u"ISO-10646-UCS-",
-    u"US-ASCII", u"ASCII", u"ISO-8859-", u"WINDOWS-125", u"KOI8-",
-    u"EUC-",     u"GB",    u"BIG5",      u"SHIFT_JIS",   u"EBCDIC-CP-"};
+    u"UTF-8", u"UTF8",      u"UTF-16",      u"UTF-32",    u"ISO-10646-UCS-", u"US-ASCII",
+    u"ASCII", u"ISO-8859-", u"WINDOWS-125", u"KOI8-",     u"EUC-",           u"GB2312",
+    u"GBK",   u"GB18030",   u"BIG5",        u"SHIFT_JIS", u"EBCDIC-CP-"};
 
 constexpr char16_t capital(char16_t unit) noexcept {
   return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;

@@ -5,8 +5,8 @@
 
 namespace Orn {
 
-/// Whether `name`, as a document declares it, is among those that ReadLimits names; so is the empty
-/// one, for no declaration.
+/// Whether `name`, as a document declares it, begins as one of those that ReadLimits names; so does
+/// the empty one, for no declaration.
 bool is_usual_encoding(std::u16string_view name) noexcept;
 
 }  // namespace Orn

@@ -3,6 +3,7 @@
 
 #include <string_view>
 #include <type_traits>
+#include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/util/XercesDefs.hpp>
@@ -31,6 +32,14 @@ inline XmlTag const& lookup(XMLCh const* ns_uri, XMLCh const* local_name) {
 /// Whether an attribute in that namespace is a namespace declaration, with or without a prefix.
 inline bool is_xmlns_namespace(XMLCh const* ns_uri) {
   return xercesc::XMLString::equals(ns_uri, xercesc::XMLUni::fgXMLNSURIName);
+}
+
+/// The same of an attribute as the scanner reports it, which knows the namespace of xmlns:p, and
+/// has a plain xmlns without one.
+inline bool is_namespace_declaration(xercesc::XMLAttr const& attribute, unsigned int xmlns_uri_id) {
+  return attribute.getURIId() == xmlns_uri_id ||
+         (view(attribute.getPrefix()).empty() &&
+          xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
 }
 
 }  // namespace Orn

@@ -39,6 +39,8 @@ SaxParser::ParserImpl::ParserImpl(std::istream* in, xercesc::MemoryManager* memo
 }
 
 SaxParser::ParserImpl::~ParserImpl() {
+  // The scanner, which knows where it is, goes next.
+  if (guard_ != nullptr) guard_->end();
   for (Ref<ElemImpl> const& element : open_elements_) element->forget_parser();
   records_->close();
 }
@@ -72,7 +74,7 @@ bool SaxParser::ParserImpl::scan_step() {
 }
 
 [[gnu::flatten]] void SaxParser::ParserImpl::startElement(
-    xercesc::XMLElementDecl const& decl, unsigned int uri_id, Text /*prefix*/,
+    xercesc::XMLElementDecl const& decl, unsigned int uri_id, Text prefix,
     xercesc::RefVectorOf<xercesc::XMLAttr> const& attributes, XMLSize_t attribute_count,
     bool is_empty, bool is_root) {
   XmlTag::Id const tag = tags_.of_element(decl, uri_id, getScanner());
@@ -83,7 +85,7 @@ bool SaxParser::ParserImpl::scan_step() {
   if (is_root) root_ = open_elements_.back();
   // Below an element that nobody can get at any more nothing need be kept.
   if (parent != nullptr && parent->is_reachable()) parent->add_child(open_elements_.back());
-  if (is_empty) end_current();
+  if (is_empty) endElement(decl, uri_id, is_root, prefix);
 }
 
 void SaxParser::ParserImpl::add_attributes(ElemImpl& element,

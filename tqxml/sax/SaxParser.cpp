@@ -27,8 +27,8 @@ SaxParser::SaxParser(ReadLimits const& limits) : SaxParser() {
 
 SaxParser::SaxParser(std::istream& in, ReadLimits const& limits) : SaxParser(&in, limits) {}
 
-SaxParser::SaxParser(std::istream* in, ReadLimits const& limits) : SaxParser(limits) {
-  initialize(in);
+SaxParser::SaxParser(std::istream* in, ReadLimits const& limits) : SaxParser() {
+  start(in, &limits);
 }
 
 SaxParser::SaxParser(SaxParser const& other) = default;
@@ -37,11 +37,16 @@ SaxParser& SaxParser::operator=(SaxParser const& other) = default;
 SaxParser::~SaxParser() { impl_.reset(); }
 
 SaxParser::Elem SaxParser::initialize(std::istream* in) {
-  std::shared_ptr<ParserImpl> fresh = new_parser(in, impl_ == nullptr ? nullptr : impl_->limits());
+  start(in, impl_ == nullptr ? nullptr : impl_->limits());
+  return root();
+}
+
+void SaxParser::start(std::istream* in, ReadLimits const* limits) {
+  // The limits may be those of the parser that goes.
+  std::shared_ptr<ParserImpl> fresh = new_parser(in, limits);
   root_ = Ref<ElemImpl>();
   impl_ = std::move(fresh);
   root_ = impl_->root();
-  return root();
 }
 
 std::unique_ptr<SaxParser::ParserImpl> SaxParser::new_parser(std::istream* in,

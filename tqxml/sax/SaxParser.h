@@ -33,7 +33,8 @@ namespace Orn {
 /// keeps the rest of the element, `next_child` gives children away. Memory stays bounded for a
 /// caller who walks with `next_child` and drops each child before taking the next: the open
 /// elements, with the text directly inside of them, which `data` gives, the largest single item,
-/// and some tens of KiB for records that wait to be used again. The stream is read in pieces of at
+/// each different name that there has been, of namespaces too, and some tens of KiB for records
+/// that wait to be used again. The stream is read in pieces of at
 /// most 1024 bytes, each awaited whole unless the stream ends, and the step that delivers the
 /// root's end tag reads on to the end of the stream, since nothing but comments, instructions and
 /// white space may follow.
@@ -115,7 +116,8 @@ class TQXML_API SaxParser {
   class TQXML_LOCAL RecordPool;
   class TQXML_LOCAL TagCache;
 
-  /// Null for no limits.
+  /// `limits` is null for none.
+  TQXML_LOCAL void start(std::istream* in, ReadLimits const* limits);
   TQXML_LOCAL static std::unique_ptr<ParserImpl> new_parser(std::istream* in,
                                                             ReadLimits const* limits);
 

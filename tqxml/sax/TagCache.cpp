@@ -9,14 +9,6 @@
 namespace Orn {
 namespace {
 
-// The scanner knows the namespace of xmlns:p, but reports a plain xmlns without one.
-bool is_namespace_declaration(xercesc::XMLAttr const& attribute,
-                              xercesc::XMLScanner const& scanner) {
-  return attribute.getURIId() == scanner.getXMLNSNamespaceId() ||
-         (view(attribute.getPrefix()).empty() &&
-          xercesc::XMLString::equals(attribute.getName(), xercesc::XMLUni::fgXMLNSString));
-}
-
 bool same(UString const& text, std::u16string_view other) {
   return text.length() == other.size() && std::equal(other.begin(), other.end(), text.data());
 }
@@ -54,7 +46,7 @@ XmlTag::Id SaxParser::TagCache::of_attribute(xercesc::XMLAttr const& attribute,
   Attribute& second = attributes_[place ^ 1U];
   if (second.is(uri_id, name.text, name.length)) return second.tag->id();
   // Declarations never get into a place.
-  if (is_namespace_declaration(attribute, scanner)) return XmlTag::NO_TAG;
+  if (is_namespace_declaration(attribute, scanner.getXMLNSNamespaceId())) return XmlTag::NO_TAG;
   std::u16string_view const ns_uri = view(scanner.getURIText(uri_id));
   XmlTag const& tag = XmlTag::lookup(ns_uri, {name.text, name.length});
   // Nor does the catch-all tag, whose name is not the one that it stands for.
