@@ -3,8 +3,23 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <utility>
 
 namespace tests {
+
+/// Different ones of equal length, which tables of names without a salt put into one place: 38
+/// times a character and the next one is the same for these.
+std::vector<std::string> colliding_names(std::size_t pieces) {
+  std::vector<std::string> names{""};
+  for (std::size_t i = 0; i < pieces; ++i) {
+    std::vector<std::string> longer;
+    for (std::string const& name : names) {
+      for (char const* piece : {"Az", "BT", "C."}) longer.push_back(name + piece);
+    }
+    names = std::move(longer);
+  }
+  return names;
+}
 
 namespace {
 
@@ -28,6 +43,12 @@ std::string bomb(std::string const& core, std::string const& root) {
     return "<!ENTITY e" + number(i + 1) + " '" + repeated(10, "&e" + number(i) + ";") + "'>";
   });
   return "<!DOCTYPE r [<!ENTITY e0 '" + core + "'>" + levels + "]>" + root;
+}
+
+std::string for_each_name(std::string const& before, std::string const& behind) {
+  std::string all;
+  for (std::string const& name : colliding_names(10)) all += before + name + behind;
+  return all;
 }
 
 std::string endless(std::string const& begin) { return begin + std::string(A_LOT, 'x'); }
@@ -68,6 +89,9 @@ std::vector<Document> hostile_documents() {
            repeated(1000, "</a>")},
       {"many names",
        "<r>" + repeated(500000, [](int i) { return "<n" + number(i) + "/>"; }) + "</r>"},
+      {"many names in one place", "<r>" + for_each_name("<", "/>") + "</r>"},
+      {"many namespaces in one place", "<r>" + for_each_name("<a xmlns='", "'/>") + "</r>"},
+      {"many attributes in one place", "<r " + for_each_name("", "='' ") + "/>"},
       {"a name without an end", endless("<")},
       {"an attribute's name without an end", endless("<r ")},
       {"an attribute without an end", endless("<r a='")},
@@ -76,6 +100,32 @@ std::vector<Document> hostile_documents() {
       {"a CDATA section without an end", endless("<r><![CDATA[")},
       {"a DOCTYPE without an end", endless("<!DOCTYPE r PUBLIC '")},
       {"an unusual encoding", "<?xml version='1.0' encoding='UTF-7'?><r>+ADw-a/+AD4-</r>"},
+  };
+}
+
+std::vector<Document> hostile_dtds() {
+  std::string const blanks(100000, ' ');
+  std::string const begin = "<!DOCTYPE r [";
+  return {
+      {"entities of entities", bomb("lol", "<r>&e9;</r>")},
+      {"entities of entities, in an attribute", bomb("lol", "<r a='&e9;'/>")},
+      {"entities of nothing", bomb("", "<r>&e9;</r>")},
+      {"an entity with a tag of blanks",
+       begin + "<!ENTITY e '<a" + blanks + "/>'>]><r>" + repeated(20000, "&e;") + "</r>"},
+      {"a parameter entity of blanks",
+       begin + "<!ENTITY % p '" + blanks + "'>" + repeated(20000, "%p;") + "]><r/>"},
+      {"values of blanks", begin + "<!ENTITY e '" + blanks +
+                               "'><!ATTLIST a b NMTOKENS #IMPLIED>]><r>" +
+                               repeated(2000, "<a b='" + repeated(10, "&e;") + "'/>") + "</r>"},
+      {"a chain of entities", begin + "<!ENTITY e0 'x'>" +
+                                  repeated(12000,
+                                           [](int i) {
+                                             return "<!ENTITY e" + number(i + 1) + " 'x&e" +
+                                                    number(i) + ";'>";
+                                           }) +
+                                  "]><r>&e12000;</r>"},
+      {"an entity with many levels", begin + "<!ENTITY e '" + repeated(100000, "<a>") +
+                                         repeated(100000, "</a>") + "'>]><r>&e;</r>"},
   };
 }
 

@@ -14,10 +14,11 @@ namespace fs = std::filesystem;
 using Orn::ReadLimits;
 using Orn::UString;
 
-void expect_refusals(std::vector<Document> const& documents) {
+void expect_refusals(std::vector<Document> const& documents,
+                     ReadLimits const& limits = ReadLimits::untrusted()) {
   for (Document const& document : documents) {
     for (Reader const& reader : READERS) {
-      auto const complaint = complaint_of(reader, document.text, ReadLimits::untrusted());
+      auto const complaint = complaint_of(reader, document.text, limits);
       EXPECT_TRUE(is_of_a_limit(complaint))
           << document.name << ", " << reader.name << ": " << complaint.value_or("accepted");
     }
@@ -52,6 +53,12 @@ void expect_little_memory(std::vector<Document> const& documents) {
 }
 
 TEST(HostileDocuments, AreRefusedForALimit) { expect_refusals(hostile_documents()); }
+
+TEST(HostileDocuments, WithADtdAreRefusedForALimitWhereADoctypeIsAllowed) {
+  ReadLimits limits = ReadLimits::untrusted();
+  limits.refuse_doctype = false;
+  expect_refusals(hostile_dtds(), limits);
+}
 
 TEST(HostileDocuments, TakeLittleMemoryUntilTheyAreRefused) {
   expect_little_memory(hostile_documents());

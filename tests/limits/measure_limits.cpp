@@ -2,8 +2,10 @@
 // Reads hostile documents with ReadLimits::untrusted(), each in a process of its own, and shows
 // what it takes until they are refused: processor time, and memory beyond that for an empty
 // document. Ends with status 1 when one of them is accepted, or takes more than 50 ms or 16 MiB.
-// After that it shows what the most expensive documents take that are allowed.
+// After that it shows what documents with a DTD take where a DOCTYPE is allowed, and what some that
+// are among the most expensive take which are read to their end.
 
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 
@@ -26,9 +28,10 @@ struct Costs {
   double mib;
 };
 
-Costs costs_of(Reader const& reader, std::string text) {
-  auto const complaint_about = [&reader](std::string&& xml) {
-    return tests::complaint_of(reader, std::move(xml), Orn::ReadLimits::untrusted());
+Costs costs_of(Reader const& reader, std::string text,
+               Orn::ReadLimits const& limits = Orn::ReadLimits::untrusted()) {
+  auto const complaint_about = [&](std::string&& xml) {
+    return tests::complaint_of(reader, std::move(xml), limits);
   };
   Needs const empty = tests::needs_of([&] { return !complaint_about("<r/>").has_value(); });
   Needs const needs =
@@ -42,14 +45,39 @@ void show(Document const& document, Reader const& reader, Costs const& costs, ch
   std::fflush(stdout);
 }
 
+std::string repeated(std::uint64_t times, std::string const& part) {
+  std::string all;
+  for (std::uint64_t i = 0; i < times; ++i) all += part;
+  return all;
+}
+
 /// As long as they may be, and of nothing but one thing.
 std::vector<Document> allowed_documents() {
-  auto const filled = [](std::string const& piece) {
-    std::string text = "<r>";
-    while (text.size() + piece.size() + 4 <= Orn::ReadLimits::untrusted().bytes) text += piece;
-    return text + "</r>";
+  Orn::ReadLimits const limits = Orn::ReadLimits::untrusted();
+  auto const filled = [&limits](std::string const& piece, std::string const& begin = "<r>",
+                                std::string const& end = "</r>") {
+    std::string text = begin;
+    while (text.size() + piece.size() + end.size() <= limits.bytes) text += piece;
+    return text + end;
   };
+  std::vector<std::string> const names = tests::colliding_names(7);
+  std::string elements;
+  for (std::size_t i = 0; i + 10 < limits.names; ++i) elements += "<" + names[i] + "/>";
+  std::string attributes;
+  for (std::size_t i = 0; i < limits.attributes; ++i) attributes += " " + names[i] + "=''";
+  std::string declarations;
+  for (std::uint64_t i = 0; i < limits.namespaces; ++i) {
+    declarations += " xmlns:p" + std::to_string(i) + "='u'";
+  }
   return {
+      {"names in one place, and then the deepest",
+       filled("<" + names.back() + "/>", "<r><" + names.back() + "/>" + elements)},
+      {"nothing but many attributes in one place", filled("<a" + attributes + "/>")},
+      {"elements at the deepest level",
+       filled("<a/>", repeated(limits.depth - 1, "<r>"), repeated(limits.depth - 1, "</r>"))},
+      {"the same below many namespaces",
+       filled("<a/>", "<r" + declarations + ">" + repeated(limits.depth - 2, "<r>"),
+              repeated(limits.depth - 1, "</r>"))},
       {"nothing but empty elements", filled("<a/>")},
       {"nothing but elements with an attribute", filled("<a b=''/>")},
       {"nothing but elements and texts", filled("<a/>x")},
@@ -74,6 +102,15 @@ int main(int argc, char** argv) {
       bool const little = costs.ms <= MOST_MS && costs.mib <= MOST_MIB;
       show(document, reader, costs, !costs.refused ? "ALLOWED" : little ? "refused" : "TOO MUCH");
       good = good && costs.refused && little;
+    }
+  }
+  Orn::ReadLimits with_doctype = Orn::ReadLimits::untrusted();
+  with_doctype.refuse_doctype = false;
+  for (Document const& document : tests::hostile_dtds()) {
+    for (Reader const& reader : tests::READERS) {
+      Costs const costs = costs_of(reader, document.text, with_doctype);
+      show(document, reader, costs, costs.refused ? "refused, with a DOCTYPE allowed" : "ALLOWED");
+      good = good && costs.refused;
     }
   }
   for (Document const& document : allowed_documents()) {

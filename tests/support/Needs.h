@@ -1,6 +1,7 @@
 #ifndef TESTS_SUPPORT_NEEDS_H
 #define TESTS_SUPPORT_NEEDS_H
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -24,6 +25,8 @@ struct Needs {
 /// Runs `call` in a process of its own, whose peak is not that of anything else but for what is
 /// resident here. It succeeds by giving true.
 inline Needs needs_of(std::function<bool()> const& call) {
+  // Otherwise the child would use what is free here, and need less than it does.
+  malloc_trim(0);
   pid_t const child = fork();
   if (child == -1) throw std::system_error(errno, std::generic_category(), "fork");
   if (child == 0) {

@@ -16,6 +16,7 @@ namespace {
 
 namespace tag = testtags;
 using Orn::DomParser;
+using Orn::ReadLimits;
 using Orn::SaxParser;
 using Orn::STPException;
 using Orn::UString;
@@ -34,6 +35,12 @@ class Worker {
     std::istringstream stream(document);
     SaxParser streaming(stream);
     walk_and_keep(streaming.root());
+    DomParser guarded_in_memory(document, ReadLimits::untrusted());
+    walk(guarded_in_memory.root());
+    stream.clear();
+    stream.seekg(0);
+    SaxParser guarded_streaming(stream, ReadLimits::untrusted());
+    walk_and_keep(guarded_streaming.root());
     compare_trees(document);
     be_refused(document);
     return seen_.str();
