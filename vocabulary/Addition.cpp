@@ -37,7 +37,11 @@ std::vector<Group> groups_of(std::vector<NameList::Entry> const& entries) {
 class Writer {
  public:
   Writer(DefFile const& file, std::vector<DefFile> const& beside, std::optional<std::int32_t> first)
-      : namespace_numbers_(first), tag_numbers_(first) {
+      : namespace_numbers_(first),
+        tag_numbers_(first),
+        begins_file_(file.text.empty()),
+        ends_line_(begins_file_ || file.text.back() == '\n'),
+        line_end_(file.text.find("\r\n") == std::string::npos ? "\n" : "\r\n") {
     for (DefEntry const& entry : file.entries) {
       constants_.take(entry.constant);
       numbers_for(entry).use_in_file(entry.number);
@@ -46,9 +50,6 @@ class Writer {
     for (DefFile const& other : beside) {
       for (DefEntry const& entry : other.entries) numbers_for(entry).use_beside(entry.number);
     }
-    begins_file_ = file.text.empty();
-    ends_line_ = begins_file_ || file.text.back() == '\n';
-    line_end_ = file.text.find("\r\n") == std::string::npos ? "\n" : "\r\n";
   }
 
   Addition add(std::vector<Group> const& groups, NameList const& names) {
@@ -101,7 +102,7 @@ class Writer {
   }
 
   std::string add_namespace(std::u16string const& uri, std::u16string const& prefix) {
-    std::string const constant = constants_.of_namespace(uri, prefix);
+    std::string constant = constants_.of_namespace(uri, prefix);
     line("TQ_NS(" + std::to_string(namespace_numbers_.take()) + ", " + constant + ", " +
          literal_of(uri) + ")");
     ++addition_.namespaces;

@@ -19,7 +19,8 @@ constexpr std::u16string_view SILENT_PARTS[] = {u"http",  u"https",  u"namespace
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 bool is_letter(char16_t c) {
-  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c >= 0x80;
+  bool const is_ascii = c < 0x80;
+  return !is_ascii || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
 bool has_letter(std::u16string_view text) {
@@ -82,7 +83,7 @@ std::string Constants::of_namespace(std::u16string_view uri, std::u16string_view
 }
 
 std::string Constants::of_name(std::u16string_view local, std::string const& ns_constant) {
-  std::string const usual = usable(identifier_like(local));
+  std::string usual = usable(identifier_like(local));
   if (taken_.insert(usual).second) return usual;
   std::u16string with_namespace = word_of_constant(ns_constant);
   with_namespace.append(u"_").append(local);

@@ -64,8 +64,8 @@ class Unescaping {
   }
 
   std::size_t append_number(std::size_t most_digits, int base, bool (*is_digit)(char)) {
-    auto const end = std::find_if_not(rest_.begin(), rest_.end(), is_digit);
-    auto const count = std::min(static_cast<std::size_t>(end - rest_.begin()), most_digits);
+    std::size_t count = 0;
+    while (count < most_digits && count < rest_.size() && is_digit(rest_[count])) ++count;
     std::string const digits(rest_.substr(0, count));
     rest_.remove_prefix(count);
     append_character(static_cast<char32_t>(std::strtoul(digits.c_str(), nullptr, base)));

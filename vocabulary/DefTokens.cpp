@@ -38,9 +38,8 @@ class Tokenizer {
 
   void advance_to(std::size_t end) {
     end = std::min(end, text_.size());
-    auto const from = text_.begin() + static_cast<std::ptrdiff_t>(position_);
-    auto const to = text_.begin() + static_cast<std::ptrdiff_t>(end);
-    line_ += static_cast<std::size_t>(std::count(from, to, '\n'));
+    std::string_view const passed = text_.substr(position_, end - position_);
+    line_ += static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
     position_ = end;
   }
 

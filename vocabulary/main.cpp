@@ -79,7 +79,10 @@ int print_new(CommandLine const& line) {
   DefFile const nothing;
   std::vector<DefFile> const beside = files_beside(line);
   if (!are_well_made(nothing, beside)) return NOT_WELL;
-  std::cout << addition_to(nothing, beside, names_of(line), line.first).text << std::flush;
+  NameList const names = names_of(line);
+  std::string const text = addition_to(nothing, beside, names, line.first).text;
+  print(hidden_attributes(names, parse_def("<standard output>", text)), "note: ");
+  std::cout << text << std::flush;
   if (!std::cout) throw Failure("<standard output>: " + std::string(std::strerror(errno)));
   return WELL;
 }

@@ -130,6 +130,22 @@ TEST(AVocabularyFile, IsReadOnBehindAMalformedEntry) {
   EXPECT_THAT(file.entries, SizeIs(2));
 }
 
+TEST(AVocabularyFile, IsReadToItsEndWhateverIsCutOffOrOverwritten) {
+  std::string const whole =
+      "TQ_NS(1, ns_a, u\"urn:\\u00e9\" \"a\") // end\n/* so */ TQ_TAG(-0x2, b, ns_a, u\"b\")\n";
+  ASSERT_THAT(complaints(whole), IsEmpty());
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    DefFile const cut = parse_def("a.def", whole.substr(0, i));
+    EXPECT_LE(cut.entries.size() + cut.complaints.size(), 2U);
+    for (char const other : {'\0', '\n', '"', '\'', '(', '*', '/', '\\', 'u', '7', '#', '\xff'}) {
+      std::string text = whole;
+      text[i] = other;
+      DefFile const changed = parse_def("a.def", text);
+      EXPECT_LE(changed.entries.size() + changed.complaints.size(), 3U) << text;
+    }
+  }
+}
+
 TEST(TheLiteralOfAText, IsReadBackAsTheText) {
   for (std::u16string const text :
        {u"urn:a", u"", u"\"\\", u"caf\u00e9 \u20ac \U0001F600", u"a\u0001\u007f\u0085\u009f1\n?"}) {

@@ -63,9 +63,11 @@ std::set<std::string> listed_names(fs::path const& table) {
 }
 
 /// Enters what a vocabulary file says into the registry of this process, for its remaining life.
+/// Once.
 void enter(vocabulary::DefFile const& file) {
-  auto& kept = *new vocabulary::DefFile(file);
-  auto& entries = *new std::vector<Orn::VocabularyEntry>;
+  static vocabulary::DefFile kept;
+  static std::vector<Orn::VocabularyEntry> entries;
+  kept = file;
   for (vocabulary::DefEntry const& entry : kept.entries) {
     std::int32_t ns = 0;
     for (vocabulary::DefEntry const& other : kept.entries) {
