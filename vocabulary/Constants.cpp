@@ -19,8 +19,8 @@ constexpr std::u16string_view SILENT_PARTS[] = {u"http",  u"https",  u"namespace
 bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 bool is_letter(char16_t c) {
-  bool const is_ascii = c < 0x80;
-  return !is_ascii || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+  unsigned int const lower = c | 0x20U;
+  return c >= 0x80 || (lower >= 'a' && lower <= 'z');
 }
 
 bool has_letter(std::u16string_view text) {
@@ -30,7 +30,7 @@ bool has_letter(std::u16string_view text) {
 // As programs make them up: ns1, N2, p3.
 bool is_made_up(std::u16string_view prefix) {
   std::size_t const number = prefix.find_first_of(u"0123456789");
-  return number != std::u16string_view::npos && number <= 2 &&
+  return number <= 2 &&
          std::all_of(prefix.begin() + static_cast<std::ptrdiff_t>(number), prefix.end(), is_digit);
 }
 
