@@ -46,7 +46,7 @@ def registered_tag(number):
 
 
 def address_of_registry():
-    """Null when the program has looked at no tag, or the library's symbols are not there."""
+    """Null when nothing has used it yet. Raises gdb.error without the symbols of the library."""
     # As a bare number: of what type it is only the library's own debug information knows.
     pointer = gdb.parse_and_eval("(char*)&'Orn::Registry::existing'")
     return word_at(int(pointer))
