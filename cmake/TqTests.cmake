@@ -5,12 +5,34 @@ function(tq_add_test name)
     return()
   endif()
   add_executable(${name} ${ARGN})
-  tq_common_options(${name})
+  tq_test_options(${name})
   target_link_libraries(${name} PRIVATE tq_test_support GTest::gmock_main)
-  # Macros of GoogleTest leave variadic arguments out, as C++20 allows.
-  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
-  # Compiling them takes longer than running them. What they test is optimised as ever.
-  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
+  tq_use_precompiled_headers(${name} ${ARGN})
   # At test time, not after the link: a test that can't start fails a test run, not the build.
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120)
+endfunction()
+
+function(tq_test_options target)
+  tq_common_options(${target})
+  # Macros of GoogleTest leave variadic arguments out, as C++20 allows.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
+  # Compiling them takes longer than running them. What they test is optimised as ever.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+endfunction()
+
+# GoogleTest's headers take a third of the time that it takes to compile a test; with sanitizers they
+# do not. They are precompiled once for all programs of several files.
+function(tq_use_precompiled_headers target)
+  list(LENGTH ARGN count)
+  if(count LESS 3 OR TQXML_SANITIZE)
+    return()
+  endif()
+  if(NOT TARGET tq_precompiled)
+    file(WRITE "${PROJECT_BINARY_DIR}/precompiled.cpp" "")
+    add_library(tq_precompiled OBJECT "${PROJECT_BINARY_DIR}/precompiled.cpp")
+    tq_test_options(tq_precompiled)
+    target_link_libraries(tq_precompiled PRIVATE GTest::gmock)
+    target_precompile_headers(tq_precompiled PRIVATE <gmock/gmock.h>)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM tq_precompiled)
 endfunction()
