@@ -9,8 +9,8 @@
 #include "tqxml/writer/XmlDocStartTag.h"
 
 // The core of the writer: the life cycle of a document, elements, attributes, text and output. What
-// else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp, the
-// step from state to state in XmlDocState.cpp.
+// else a document holds is in XmlDocMarkup.cpp, prefixes and declarations in XmlDocNamespaces.cpp,
+// the step from state to state in XmlDocState.cpp.
 
 namespace Orn {
 
