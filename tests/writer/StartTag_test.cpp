@@ -1,4 +1,5 @@
 #include <type_traits>
+#include <utility>
 
 #include "tests/writer/Documents.h"
 #include "tests/writer/Snapshot.h"
@@ -14,6 +15,18 @@ using Orn::XmlTag;
 using Access = Orn::XmlDocTestAccess;
 
 using Tags = std::vector<XmlTag::Id>;
+
+template <class Second>
+using Pushed = decltype(std::declval<XmlDoc&>().push_elem(XmlTag::Id(), std::declval<Second>()));
+template <class Second, class = void>
+constexpr bool IS_TAKEN = false;
+template <class Second>
+constexpr bool IS_TAKEN<Second, std::void_t<Pushed<Second>>> = true;
+
+// A text is none of what it takes, though it would be as good as true.
+static_assert(IS_TAKEN<bool>);
+static_assert(!IS_TAKEN<char const*>);
+static_assert(!IS_TAKEN<char16_t const*>);
 
 TEST(PushElem, LeavesTheStartTagOpenAndReturnsItsTag) {
   XmlDoc doc;

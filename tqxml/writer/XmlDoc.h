@@ -80,6 +80,8 @@ class TQXML_API XmlDoc {
   /// Raises START_TAG_DISALLOWED once the root has been closed, NAMESPACE_AFTER_OUTPUT for a
   /// namespace that is new after `inc_str()` and would need a prefix.
   XmlTag::Id push_elem(XmlTag::Id tag, bool default_ns = false);
+  /// A text would quietly become `default_ns`.
+  XmlTag::Id push_elem(XmlTag::Id tag, void const* text) = delete;
   /// Writes the end tag of the innermost open element, which must be `tag`; NO_TAG closes any.
   /// An element without content is written as `<a></a>`. Closing the root ends the markup.
   /// Raises POPPED_ELEMENT_MISMATCH when no element is open or another one is innermost.
