@@ -1,10 +1,12 @@
 // measure_limits [COLLECTION]
 // Reads hostile documents with ReadLimits::untrusted(), each in a process of its own, and shows
 // what it takes until they are refused: processor time, and memory beyond that for an empty
-// document. Ends with status 1 when one of them is accepted, or takes more than 50 ms or 16 MiB.
+// document. Ends with status 1 when one of them is accepted, or takes more than 50 ms, five times
+// over, or 16 MiB.
 // After that it shows what documents with a DTD take where a DOCTYPE is allowed, and what some that
 // are among the most expensive take which are read to their end.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <utility>
@@ -37,6 +39,15 @@ Costs costs_of(Reader const& reader, std::string text,
   Needs const needs =
       tests::needs_of([&] { return tests::is_of_a_limit(complaint_about(std::move(text))); });
   return {needs.succeeded, 1000 * needs.seconds, needs.peak_mib - empty.peak_mib};
+}
+
+/// Again when it is too slow, since what else runs on the machine may be to blame.
+Costs least_costs_of(Reader const& reader, std::string const& text) {
+  Costs least = costs_of(reader, text);
+  for (int i = 0; i < 4 && least.ms > MOST_MS; ++i) {
+    least.ms = std::min(least.ms, costs_of(reader, text).ms);
+  }
+  return least;
 }
 
 void show(Document const& document, Reader const& reader, Costs const& costs, char const* outcome) {
@@ -98,7 +109,7 @@ int main(int argc, char** argv) {
   bool good = true;
   for (Document const& document : documents) {
     for (Reader const& reader : tests::READERS) {
-      Costs const costs = costs_of(reader, document.text);
+      Costs const costs = least_costs_of(reader, document.text);
       bool const little = costs.ms <= MOST_MS && costs.mib <= MOST_MIB;
       show(document, reader, costs, !costs.refused ? "ALLOWED" : little ? "refused" : "TOO MUCH");
       good = good && costs.refused && little;
@@ -118,5 +129,7 @@ int main(int argc, char** argv) {
       show(document, reader, costs_of(reader, document.text), "allowed");
     }
   }
+  std::printf("%s\n", good ? "All hostile documents are refused, and cost little."
+                           : "FAILED: what is ALLOWED or TOO MUCH above should not be.");
   return good ? 0 : 1;
 }

@@ -543,7 +543,7 @@ TYPED_TEST_P(LimitsContract, ForUntrustedDocumentsAreTheOnesThatAreDocumented) {
   EXPECT_EQ(limits.namespaces, 256U);
   EXPECT_EQ(limits.bytes, 10000000U);
   EXPECT_EQ(limits.markup_memory, 8388608U);
-  EXPECT_EQ(limits.names, 1500U);
+  EXPECT_EQ(limits.names, 1200U);
   EXPECT_EQ(limits.name, 65536U);
   EXPECT_EQ(limits.text, 10000000U);
   EXPECT_EQ(limits.attribute_value, 500000U);

@@ -15,7 +15,7 @@ ReadLimits ReadLimits::untrusted() {
   limits.namespaces = 256;
   limits.bytes = 10'000'000;
   limits.markup_memory = 8'388'608;
-  limits.names = 1'500;
+  limits.names = 1'200;
   limits.name = 65'536;
   limits.text = 10'000'000;
   limits.attribute_value = 500'000;
