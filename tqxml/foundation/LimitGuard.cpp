@@ -155,8 +155,8 @@ void LimitGuard::deliver(std::uint64_t characters) {
     return;
   }
   std::uint64_t const factor = std::max<std::uint64_t>(limits_.amplification, 1);
-  // Whether it is more than the product, which might overflow.
-  if (delivered_ != 0 && (delivered_ - 1) / factor >= bytes_) {
+  // Whether it is more than the product, which might overflow; above a floor it is not 0.
+  if ((delivered_ - 1) / factor >= bytes_) {
     cross("amplification",
           "more than " + std::to_string(factor) + " characters for each byte that was read");
   }
