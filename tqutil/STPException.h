@@ -25,7 +25,8 @@ class TQUTIL_API STPException : public std::exception {
   using stp_log_level_t = int;
 
   /// Takes a copy of the message and, by its `clone()`, of the cause. The resource stays the
-  /// caller's and must outlive the exception. `resource` and `cause` may be null.
+  /// caller's and must outlive the exception. `resource` and `cause` may be null. Reason, resource
+  /// and level are only carried: what they mean is up to whoever raises and catches.
   STPException(stp_reason_code_t reason, UMessage const& msg, Resource const* resource,
                STPException const* cause, stp_log_level_t level);
   /// Shares what `other` carries.

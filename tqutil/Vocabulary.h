@@ -30,9 +30,10 @@ struct VocabularyEntry {
 ///     TQ_NS (1, ns_orders, u"urn:example:orders")      // number, constant, URI
 ///     TQ_TAG(1, order, ns_orders, u"order")            // number, constant, namespace, local name
 ///     TQ_TAG(2, lang,  TQ_NO_NS,  u"lang")             // a name without a namespace
-///     TQ_CATCH_ALL(3, other, TQ_NO_NS, u"other")       // optional: stands for unregistered names
+///     TQ_CATCH_ALL(3, other, TQ_NO_NS, u"other")       // stands for all unregistered names
 ///
-/// A header makes the named constants of it:
+/// The last line is optional and holds for the whole process: it belongs into the vocabulary of a
+/// program, never into that of a library. A header makes the named constants of it:
 ///
 ///     #include "tqutil/XmlTag.h"
 ///     namespace orders {

@@ -25,7 +25,8 @@ class TQUTIL_API XmlTag {
   /// The number of a namespace. 0 is no namespace, whose URI is the empty text.
   enum NsId : std::int32_t {};
 
-  /// No tag.
+  /// No tag. An XmlDoc takes it for the beginning of a document without a root, and in `pop_elem`
+  /// for whichever element is open; no element or attribute has it.
   static constexpr Id NO_TAG{0};
   /// No namespace.
   static constexpr NsId NO_NS{0};
@@ -36,7 +37,8 @@ class TQUTIL_API XmlTag {
   /// The entry with that number. Raises TagException naming the number when there is none.
   static XmlTag const& lookup(Id id);
   /// The entry with the namespace URI and the simple name of `tag`; without such an entry the
-  /// vocabularies' catch-all tag. Raises TagException naming both when there is neither.
+  /// vocabularies' catch-all tag. Raises TagException naming both when there is neither. `tag`
+  /// stays as it is.
   static XmlTag const& lookup(XmlTag& tag);
   /// The same for names that are at hand as plain UTF-16; no temporary tag is built.
   static XmlTag const& lookup(std::u16string_view ns_uri, std::u16string_view simple_name);

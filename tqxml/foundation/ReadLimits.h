@@ -17,9 +17,9 @@ namespace Orn {
 ///
 /// A document that goes beyond a limit is refused while it is read, as a malformed one is: a
 /// DomParser raises RuntimeException XERCES_SAX_PARSE_EXCEPTION, a SaxParser StateException
-/// PARSER_ERROR. The text begins with the name of the limit, "ReadLimits::depth: more than 1024
-/// levels of elements", and says how far reading had come. What may be as much as the limit is
-/// allowed; one more is not.
+/// PARSER_ERROR. The third argument of the first, and `SaxParser::error_text()`, begin with the
+/// name of the limit, "ReadLimits::depth: more than 1024 levels of elements"; both messages have
+/// line and column in front. What may be as much as the limit is allowed; one more is not.
 ///
 /// Lengths are in UTF-16 code units, with all references resolved.
 struct TQXML_API ReadLimits {

@@ -88,8 +88,9 @@ class TQXML_API SaxParser {
   virtual ~SaxParser();
 
   /// Gives up the document, if there is one, and begins with that of `in`, up to and including the
-  /// root's start tag, which it returns. Raises what reading raises, BAD_READ for a null pointer;
-  /// there is no root then, and `error_text` says what was malformed.
+  /// root's start tag, which it returns. The stream is kept by its address and stays the caller's.
+  /// Raises what reading raises, BAD_READ for a null pointer; there is no root then, and
+  /// `error_text` says what was malformed.
   Elem initialize(std::istream* in);
 
   /// The root element; nil without a document.
@@ -159,7 +160,8 @@ class TQXML_API SaxParser::Elem {
 
   /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return !record_; }
-  /// Raises NIL_ELEMENT for "SaxParser::Elem::name()" when the handle is nil.
+  /// Raises NIL_ELEMENT for "SaxParser::Elem::name()" when the handle is nil. `name` may be any
+  /// text: that of an operation, or what the caller misses.
   void check_is_nil(UString const& name) const;
 
   /// The tag of the element, by its namespace and local name; prefixes play no part. Reads nothing.
@@ -223,7 +225,8 @@ class TQXML_API SaxParser::Attribute {
 
   /// Whether there is nothing behind the handle.
   bool is_nil() const noexcept { return !record_; }
-  /// Raises NIL_ATTRIBUTE for "SaxParser::Attribute::name()" when the handle is nil.
+  /// Raises NIL_ATTRIBUTE for "SaxParser::Attribute::name()" when the handle is nil. `name` may be
+  /// any text.
   void check_is_nil(UString const& name) const;
 
   /// The tag of the attribute, by its namespace and local name.

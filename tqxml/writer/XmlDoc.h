@@ -76,7 +76,8 @@ class TQXML_API XmlDoc {
   /// attributes; whatever is written next completes it. Returns `tag`.
   /// `default_ns` true: when the namespace has no prefix in this document the element is written
   /// without one and declares its namespace itself, xmlns="URI". False: a prefix is made up. The
-  /// root always gets a prefix.
+  /// root always gets a prefix. NO_TAG before there is a root only begins the document, as
+  /// `start_doc` does; the operations that write an element whole refuse it.
   /// Raises START_TAG_DISALLOWED once the root has been closed, NAMESPACE_AFTER_OUTPUT for a
   /// namespace that is new after `inc_str()` and would need a prefix.
   XmlTag::Id push_elem(XmlTag::Id tag, bool default_ns = false);
@@ -128,9 +129,11 @@ class TQXML_API XmlDoc {
   /// influence: `byte_array()` is always UTF-8. Otherwise as `add_comment`.
   void add_xml_decl(UString const& encoding);
 
-  /// Declares `prefix` for a namespace, beside those it has. Names take the first of its prefixes
-  /// in code-unit order; all of them are declared on the root. The empty prefix makes elements of
-  /// the namespace unprefixed, with a declaration each, and its attributes ill-formed.
+  /// Declares `prefix` for a namespace, beside those it has. It is written as it is: nothing checks
+  /// that it is a name, or that no other namespace has it, be it chosen or made up (N1, N2, ...);
+  /// declared twice it makes the document ill-formed. Names take the first of the prefixes of their
+  /// namespace in code-unit order; all of them are declared on the root. The empty prefix makes
+  /// elements of the namespace unprefixed, with a declaration each, and its attributes ill-formed.
   /// Raises NAMESPACE_AFTER_OUTPUT after the declarations have been written (by the first
   /// `inc_str()` or `close()` with a root); the prefix is recorded nevertheless, will not be
   /// declared, and names of the namespace use it from then on without a further exception.

@@ -53,8 +53,9 @@ class TQXML_API XmlDoc::Elem {
   /// The text of an element without child elements becomes one text, escaped; where there are child
   /// elements all text is dropped, and so are comments and instructions.
   explicit Elem(DomParser::Elem const& source);
-  /// The same of an element that is being read, whose children and attributes are then used up; it
-  /// has been read to its end.
+  /// A tree of what is left of an element that is being read, to its end: attributes and children
+  /// that `next_attr`, `next_child` or another tree has taken are not in it. What is in it has been
+  /// taken then. Otherwise as above.
   explicit Elem(SaxParser::Elem& source);
 
   /// A copy that shares the children.
