@@ -131,7 +131,7 @@ TEST(ParserMemory, GivesAllBackAtItsEndForAnyUse) {
   WritingMemory xerces_memory;
   {
     ParserMemory memory;
-    for (std::size_t size : {1, 100, 1000, 5000, 20000, 1000})
+    for (unsigned int size : {1U, 100U, 1000U, 5000U, 20000U, 1000U})
       memory.deallocate(memory.allocate(size));
     memory.allocate(100);
     memory.allocate(20000);
