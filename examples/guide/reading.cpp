@@ -43,6 +43,27 @@ void iterate() {
   //! [iterate]
 }
 
+void by_tag() {
+  section("by-tag");
+  DomParser parser(document());
+  DomParser::Elem order = parser.root();
+  //! [by-tag]
+  int items = 0;
+  for (auto part = order.next_child(); !part.is_nil(); part = order.next_child()) {
+    switch (part.tag()) {
+      case shop::item:
+        ++items;
+        break;
+      case shop::total:
+        std::cout << items << " items, " << part.data() << '\n';
+        break;
+      default:
+        std::cout << "not wanted: " << Orn::XmlTag::lookup(part.tag()).to_string() << '\n';
+    }
+  }
+  //! [by-tag]
+}
+
 void attributes() {
   section("attributes");
   DomParser parser(document());
@@ -82,6 +103,7 @@ void written() {
 int main() {
   demand();
   iterate();
+  by_tag();
   attributes();
   again();
   written();

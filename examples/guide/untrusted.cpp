@@ -5,8 +5,10 @@
 #include "shop.h"
 #include "show.h"
 #include "tqxml/dom/DomParser.h"
+#include "tqxml/foundation/Catalogue.h"
 #include "tqxml/sax/SaxParser.h"
 
+using Orn::Catalogue;
 using Orn::DomParser;
 using Orn::ReadLimits;
 using Orn::SaxParser;
@@ -62,10 +64,32 @@ void own() {
   //! [own]
 }
 
+//! [crossed]
+// A DomParser has one message for what is malformed and for what goes beyond a limit.
+bool crossed_a_limit(Orn::RuntimeException const& e) {
+  return e.message().index() == Catalogue::XERCES_SAX_PARSE_EXCEPTION &&
+         e.message().arg(3).text().find(u"ReadLimits::", 0) == 0;
+}
+//! [crossed]
+
+void told_apart() {
+  section("told-apart");
+  //! [told-apart]
+  for (char const* received : {"<!DOCTYPE order><order/>", "<order>"}) {
+    try {
+      DomParser(received, ReadLimits::untrusted()).root();
+    } catch (Orn::RuntimeException const& e) {
+      std::cout << (crossed_a_limit(e) ? "refused" : "malformed") << '\n';
+    }
+  }
+  //! [told-apart]
+}
+
 }  // namespace
 
 int main() {
   whole();
   stream();
   own();
+  told_apart();
 }
