@@ -89,7 +89,7 @@ class Writer {
       ns = add_namespace(group.uri, names.prefix_of(group.uri));
     } else {
       begin_group();
-      line("// Names without a namespace.");
+      line("// Names without a namespace: as attributes and as the root they can only be read.");
     }
     for (NameList::Entry const* const entry : group.names) add(*entry, ns);
   }

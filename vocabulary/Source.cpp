@@ -26,6 +26,13 @@ std::string complaint(Orn::LimitCrossed const& crossed) {
   return text.substr(begin, text.find(';') - begin) + " (--trusted allows that)";
 }
 
+// A vocabulary file is no document; who names one as a source wants something else of it.
+char const* hint(std::string const& file) {
+  std::size_t const dot = file.rfind('.');
+  bool const is_vocabulary = dot != std::string::npos && file.substr(dot) == ".def";
+  return is_vocabulary ? " (a vocabulary file is given with --beside, --check or --update)" : "";
+}
+
 [[noreturn]] void fail_to_read(std::string const& file) {
   throw Failure(file + ": " + std::strerror(errno));
 }
@@ -38,6 +45,8 @@ void read_source(std::istream& in, std::string const& file, SourceOptions const&
     std::make_unique<NameParser>(file, options, names)->read(in);
   } catch (ReadFailed const&) {
     fail_to_read(file);
+  } catch (Failure const& malformed) {
+    throw Failure(malformed.what() + std::string(hint(file)));
   } catch (Orn::LimitCrossed const& crossed) {
     throw Failure(at(file, crossed.line, crossed.column) + complaint(crossed));
   } catch (xercesc::XMLException const& e) {

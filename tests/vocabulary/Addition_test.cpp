@@ -37,7 +37,7 @@ TQ_TAG(2, id, ns_orders, u"id")
 TQ_NS(2, ns_p, u"urn:example:price")
 TQ_TAG(3, total, ns_p, u"total")
 
-// Names without a namespace.
+// Names without a namespace: as attributes and as the root they can only be read.
 TQ_TAG(4, plain_id, TQ_NO_NS, u"id")
 )");
 }
@@ -52,7 +52,8 @@ TQ_TAG(300, b, ns_a, u"b")
 
 TEST(ANewVocabulary, NeverUsesTheNumberZero) {
   EXPECT_EQ(added("", elements({{u"", u"a"}, {u"", u"b"}}), -1),
-            "// Names without a namespace.\nTQ_TAG(-1, a, TQ_NO_NS, u\"a\")\n"
+            "// Names without a namespace: as attributes and as the root they can only be read.\n"
+            "TQ_TAG(-1, a, TQ_NO_NS, u\"a\")\n"
             "TQ_TAG(1, b, TQ_NO_NS, u\"b\")\n");
 }
 
@@ -89,7 +90,7 @@ TQ_NS(4, ns_b, u"urn:b")
 TQ_TAG(9, id, ns_b, u"id")
 TQ_TAG(10, b_order, ns_b, u"order")
 
-// Names without a namespace.
+// Names without a namespace: as attributes and as the root they can only be read.
 TQ_TAG(11, plain_order, TQ_NO_NS, u"order")
 )");
 }
@@ -142,7 +143,7 @@ TQ_TAG(1, lang, ns_xml, u"lang")
   EXPECT_EQ(text, R"(TQ_NS(2, ns_xml, u"http://www.w3.org/XML/1998/namespace")
 TQ_TAG(2, space, ns_xml, u"space")
 
-// Names without a namespace.
+// Names without a namespace: as attributes and as the root they can only be read.
 TQ_TAG(3, a, TQ_NO_NS, u"a")
 )");
   EXPECT_THAT(complaints_about(parse_def("a.def", text), {parse_def("b.def", beside)}), IsEmpty());
