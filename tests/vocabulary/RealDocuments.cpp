@@ -185,7 +185,7 @@ class Folder {
 class AGeneratedVocabulary : public testing::TestWithParam<char const*> {
  protected:
   void SetUp() override {
-    if (!fs::exists(collections())) GTEST_SKIP() << "the collections of documents are not there";
+    if (!fs::exists(collections())) GTEST_SKIP() << "skipped: there is no " << collections();
   }
   Folder const& folder() {
     if (!folder_) folder_ = std::make_unique<Folder>(collections() / GetParam());
