@@ -19,6 +19,7 @@ Orn::ReadLimits limits(SourceOptions const& options) {
   if (options.is_trusted) return limits;
   limits.amplification = 100;
   limits.amplification_floor = 8U << 20U;
+  limits.entity_depth = 40;
   limits.depth = 1024;
   limits.names = 100'000;
   limits.name = 65'536;
@@ -79,7 +80,7 @@ void NameParser::startElement(xercesc::XMLElementDecl const& decl, unsigned int 
   } else {
     read_document(name, attributes, count);
   }
-  if (is_empty) leave_element();
+  if (is_empty) endElement(decl, uri_id, is_root, prefix);
 }
 
 void NameParser::endElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id, bool is_root,
@@ -161,9 +162,7 @@ std::u16string_view NameParser::uri_of_prefix(std::u16string_view prefix) const 
 }
 
 bool NameParser::is_declaration(xercesc::XMLAttr const& attribute) const {
-  // One of the default namespace may come without a namespace of its own.
-  return attribute.getURIId() == getScanner().getXMLNSNamespaceId() ||
-         Orn::view(attribute.getQName()) == u"xmlns";
+  return Orn::is_namespace_declaration(attribute, getScanner().getXMLNSNamespaceId());
 }
 
 void NameParser::fail_here(std::string const& complaint) const {
