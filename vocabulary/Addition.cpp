@@ -81,14 +81,12 @@ class Writer {
 
   void add(Group const& group, NameList const& names) {
     std::string ns;
+    begin_group();
     if (auto const known = namespaces_.find(group.uri); known != namespaces_.end()) {
       ns = known->second;
-      begin_group();
     } else if (!group.uri.empty()) {
-      begin_group();
       ns = add_namespace(group.uri, names.prefix_of(group.uri));
     } else {
-      begin_group();
       line("// Names without a namespace: as attributes and as the root they can only be read.");
     }
     for (NameList::Entry const* const entry : group.names) add(*entry, ns);

@@ -97,13 +97,9 @@ class Check {
     auto const [place, is_new] = seen.emplace(key, entry.place);
     if (is_new) return;
     Place const& other = place->second;
-    complain(entry,
-             what + " is there already, " +
-                 (is_beside_or_of_another(entry, other) ? "in " + other.file + ":" : "in line ") +
-                 std::to_string(other.line));
-  }
-  static bool is_beside_or_of_another(DefEntry const& entry, Place const& other) {
-    return entry.place.file != other.file;
+    complain(entry, what + " is there already, " +
+                        (entry.place.file == other.file ? "in line " : "in " + other.file + ":") +
+                        std::to_string(other.line));
   }
 
   /// Other files have complaints only of their own.
