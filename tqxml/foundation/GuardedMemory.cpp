@@ -23,7 +23,8 @@ bool is_reader(XMLSize_t size) {
 }  // namespace
 
 void* GuardedMemory::allocate(XMLSize_t size) {
-  if (is_reader(size)) guard_.entity();
+  bool const reads = is_reader(size);
+  if (reads) guard_.entity();
   if (size > std::numeric_limits<XMLSize_t>::max() - sizeof(Block)) {
     throw xercesc::OutOfMemoryException();
   }
@@ -31,7 +32,7 @@ void* GuardedMemory::allocate(XMLSize_t size) {
   guard_.check_memory(whole_size);
   void* const place = memory_.allocate(whole_size);
   guard_.take_memory(whole_size);
-  if (is_reader(size)) guard_.input_opened();
+  if (reads) guard_.input_opened();
   return new (place) Block{whole_size} + 1;
 }
 

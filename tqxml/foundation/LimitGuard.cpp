@@ -85,10 +85,9 @@ void LimitGuard::start_element(xercesc::XMLElementDecl const& decl,
   levels_.push_back({0, 0});
   // The vector may hold attributes of earlier elements behind its count.
   for (std::size_t i = 0; i < count; ++i) {
-    attribute(*attributes.elementAt(i));
-    if (is_namespace_declaration(*attributes.elementAt(i), xmlns_uri_id)) {
-      declaration(*attributes.elementAt(i));
-    }
+    xercesc::XMLAttr const& found = *attributes.elementAt(i);
+    attribute(found);
+    if (is_namespace_declaration(found, xmlns_uri_id)) declaration(found);
   }
 }
 

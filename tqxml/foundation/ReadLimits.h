@@ -74,9 +74,9 @@ struct TQXML_API ReadLimits {
   /// there may be. A parser keeps all of them, and takes time in proportion to their square where
   /// they are chosen for that.
   std::uint64_t names = NONE;
-  // The lengths are not those of what is inside of a DTD, where only `markup_memory` counts.
-
   /// How long the name of an element, an attribute or an instruction may be, its prefix included.
+  /// This and the lengths that follow are not about what is inside of a DTD, where only
+  /// `markup_memory` counts.
   std::uint64_t name = NONE;
   /// How long the text directly inside an element may be, in all its pieces and however it is
   /// written, and how long a comment or an instruction.
