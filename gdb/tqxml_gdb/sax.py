@@ -84,9 +84,7 @@ class ElementRecord(Record):
             place = child.next_sibling()
 
 
-class ElemPrinter:
-    """The tag, and what has been read of the element and is still there."""
-
+class HandlePrinter:
     def __init__(self, value):
         self.record = int(value["record_"]["record_"])
 
@@ -94,10 +92,17 @@ class ElemPrinter:
         if self.record == 0:
             return "nil"
         try:
-            record = ElementRecord(self.record)
-            return record.name() + (" (open)" if record.is_open() else "")
+            return self.shown()
         except Invalid:
             return "<invalid>"
+
+
+class ElemPrinter(HandlePrinter):
+    """The tag, and what has been read of the element and is still there."""
+
+    def shown(self):
+        record = ElementRecord(self.record)
+        return record.name() + (" (open)" if record.is_open() else "")
 
     def children(self):
         if self.record == 0:
@@ -114,15 +119,7 @@ class ElemPrinter:
             return
 
 
-class AttributePrinter:
-    def __init__(self, value):
-        self.record = int(value["record_"]["record_"])
-
-    def to_string(self):
-        if self.record == 0:
-            return "nil"
-        try:
-            record = AttributeRecord(self.record)
-            return f"{record.name()} = {record.value()}"
-        except Invalid:
-            return "<invalid>"
+class AttributePrinter(HandlePrinter):
+    def shown(self):
+        record = AttributeRecord(self.record)
+        return f"{record.name()} = {record.value()}"
