@@ -107,7 +107,7 @@ Options:
   --first NUMBER     take new numbers from the free ones from NUMBER on, rather than those behind
                      the greatest
   --as-documents     take the names that schemas use themselves, as of any other document
-  --trusted          put no limit on depth, number of names and expansion of entities
+  --trusted          put no limit on depth, number and length of names, entities and markup
   --help, --version  print this, or the version
 
 Whatever a document refers to, be it a DTD, an entity or another schema, is not read.

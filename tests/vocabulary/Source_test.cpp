@@ -123,6 +123,24 @@ TEST(ADocumentFromAStranger, IsRefusedWhenItsEntitiesGrow) {
               EndsWith(complaint));
 }
 
+/// Entities that are each named by the next one.
+std::string chain(int count) {
+  std::string document = "<!DOCTYPE a [<!ENTITY e0 '<b/>'>";
+  for (int i = 1; i < count; ++i) {
+    document += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+  }
+  return document + "]><a>&e" + std::to_string(count - 1) + ";</a>";
+}
+
+TEST(ADocumentFromAStranger, IsRefusedWhenItsEntitiesAreTooDeep) {
+  EXPECT_THAT(listed(names_in(chain(40))), ElementsAre("a 1", "b 1"));
+  EXPECT_THAT(failure(chain(41)),
+              EndsWith(": more than 40 levels of entities (--trusted allows that)"));
+  SourceOptions trusted;
+  trusted.is_trusted = true;
+  EXPECT_THAT(listed(names_in(chain(41), trusted)), ElementsAre("a 1", "b 1"));
+}
+
 TEST(ADocumentFromAStranger, IsRefusedWhenItHasANameWithoutAnEnd) {
   EXPECT_THAT(failure("<a " + std::string(80U << 20U, 'b')), HasSubstr("--trusted allows that"));
 }
