@@ -183,6 +183,25 @@ std::vector<UString> complaint_of_dom(std::string const& xml) {
   return {};
 }
 
+TEST(BothReaders, TakeAZeroByteBehindTheRootForTheEnd) {
+  for (std::string const behind : {"", "<r/>", "<", "x"}) {
+    std::string const xml = "<r/>" + std::string(1, '\0') + behind;
+    EXPECT_TRUE(complaint_of_streaming(xml).empty()) << behind;
+    EXPECT_TRUE(complaint_of_dom(xml).empty()) << behind;
+  }
+}
+
+TEST(BothReaders, RefuseWhatIsNoTextBehindThatEndAsFarAsTheyHaveFetchedIt) {
+  auto const document = [](std::size_t length) {
+    return "<r/>" + std::string(1, '\0') + std::string(length, ' ') + "\xCF ";
+  };
+  EXPECT_FALSE(complaint_of_streaming(document(500)).empty());
+  EXPECT_FALSE(complaint_of_dom(document(500)).empty());
+  EXPECT_TRUE(complaint_of_streaming(document(5000)).empty());
+  EXPECT_FALSE(complaint_of_dom(document(5000)).empty());
+  EXPECT_TRUE(complaint_of_dom(document(500'000)).empty());
+}
+
 TEST(BothReaders, ComplainOfTheSamePlaceInTheSameWords) {
   for (std::string const xml : {"",
                                 "\n",
