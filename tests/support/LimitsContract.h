@@ -523,6 +523,18 @@ TYPED_TEST_P(LimitsContract, DoNotTakeWhatHasBeenDeliveredForMemoryOfMarkup) {
             std::nullopt);
 }
 
+// Where that were refused, the parser would lose the decoder.
+TYPED_TEST_P(LimitsContract, DoNotTakeWhatDecodesTheDocumentForMemoryOfMarkup) {
+  for (std::uint64_t memory = 0; memory < 100000; memory += 500) {
+    auto const crossing =
+        TypeParam::crossing("<?xml version='1.0' encoding='windows-1252'?>\n<r>\n</r>",
+                            this->with(&ReadLimits::markup_memory, memory));
+    if (crossing.has_value()) {
+      ASSERT_GT(crossing->line, 1U) << memory;
+    }
+  }
+}
+
 TYPED_TEST_P(LimitsContract, TakeTheTextThatTheParserCollectsForMarkup) {
   std::string const xml = "<r>" + std::string(3000000, 't') + "</r>";
   this->expect_too_much_memory(xml);
@@ -598,7 +610,8 @@ REGISTER_TYPED_TEST_SUITE_P(
     StopEntitiesThatAreDefinedByOneAnother, StopALongEntityThatIsReferredToManyTimes,
     StopMarkupBeforeItHasBeenReadWhole, StopNamesBeforeTheyHaveBeenReadWhole,
     StopAttributesBeforeAllHaveBeenRead, StopDeclarationsBeforeAllHaveBeenRead,
-    DoNotTakeWhatHasBeenDeliveredForMemoryOfMarkup, TakeTheTextThatTheParserCollectsForMarkup,
+    DoNotTakeWhatHasBeenDeliveredForMemoryOfMarkup,
+    DoNotTakeWhatDecodesTheDocumentForMemoryOfMarkup, TakeTheTextThatTheParserCollectsForMarkup,
     ForUntrustedDocumentsAreTheOnesThatAreDocumented, ForUntrustedDocumentsLetLargeOnesPass,
     LeaveMalformedDocumentsToTheParser, DoNotChangeWhatIsRead);
 

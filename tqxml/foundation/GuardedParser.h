@@ -42,9 +42,11 @@ class GuardedParser : public Parser {
   }
 
   void startDocument() override {
+    {
+      LimitGuard::Delivery const delivery(guard_);
+      Parser::startDocument();
+    }
     guard_.begin(scanner().getLocator());
-    LimitGuard::Delivery const delivery(guard_);
-    Parser::startDocument();
   }
 
   void XMLDecl(XMLCh const* version, XMLCh const* encoding, XMLCh const* standalone,

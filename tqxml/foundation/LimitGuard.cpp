@@ -14,13 +14,17 @@ namespace {
 constexpr char ADVICE[] =
     "; refuse the document, or read it again with another limit if you trust its source";
 
+// Before anything is delivered the parser makes the decoder of the encoding that is declared, with a
+// table of 64 KiB. It is no markup, and when it were refused, the parser would lose a part of it.
+constexpr std::uint64_t DECODING_MEMORY = 131'072;
+
 std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLen(text); }
 
 }  // namespace
 
 void LimitGuard::begin(xercesc::Locator const* place) noexcept {
   place_ = place;
-  settle();
+  settled_memory_ = memory_ + DECODING_MEMORY;
 }
 
 std::size_t LimitGuard::bytes_to_read(std::size_t wanted) const noexcept {
