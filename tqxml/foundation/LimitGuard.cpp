@@ -14,8 +14,8 @@ namespace {
 constexpr char ADVICE[] =
     "; refuse the document, or read it again with another limit if you trust its source";
 
-// Before anything is delivered the parser makes the decoder of the encoding that is declared, with a
-// table of 64 KiB. It is no markup, and when it were refused, the parser would lose a part of it.
+// Before anything is delivered the parser makes the decoder of the encoding that is declared, with
+// a table of 64 KiB. It is no markup, and if it were refused, the parser would lose a part of it.
 constexpr std::uint64_t DECODING_MEMORY = 131'072;
 
 std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLen(text); }

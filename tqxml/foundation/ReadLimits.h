@@ -68,8 +68,8 @@ struct TQXML_API ReadLimits {
   /// a tag with its attributes, a comment, an instruction, a CDATA section, a DOCTYPE with its
   /// declarations. It stops markup whose end does not come, before one of the lengths below can be
   /// told. The memory is several times the length. A text is collected as well, in pieces of up to
-  /// 1,048,576, for which 7 MiB are enough. Up to the first delivery there are 128 KiB more, for what
-  /// decodes the document.
+  /// 1,048,576, for which 7 MiB are enough. Up to the first delivery there are 128 KiB more, for
+  /// what decodes the document.
   std::uint64_t markup_memory = NONE;
   /// How many different names of elements and attributes, each with its prefix, and of namespaces
   /// there may be. A parser keeps all of them, and takes time in proportion to their square where
