@@ -1,5 +1,8 @@
+#include <cstdint>
 #include <limits>
 #include <locale>
+#include <type_traits>
+#include <utility>
 
 #include "tests/writer/Documents.h"
 #include "tests/writer/Snapshot.h"
@@ -13,6 +16,30 @@ using Orn::UString;
 using Orn::XmlDoc;
 using Orn::XmlTag;
 using Access = Orn::XmlDocTestAccess;
+
+template <class Target, class Value>
+using Added = decltype(std::declval<Target&>().add_attr(XmlTag::Id(), std::declval<Value>()));
+template <class Target, class Value, class = void>
+constexpr bool TAKES = false;
+template <class Target, class Value>
+constexpr bool TAKES<Target, Value, std::void_t<Added<Target, Value>>> = true;
+
+template <class Target>
+void expect_whole_numbers_only() {
+  EXPECT_TRUE((TAKES<Target, long>));
+  EXPECT_TRUE((TAKES<Target, int>));
+  EXPECT_TRUE((TAKES<Target, unsigned short>));
+  EXPECT_TRUE((TAKES<Target, std::int64_t>));
+  EXPECT_TRUE((TAKES<Target, char16_t const*>));
+  EXPECT_FALSE((TAKES<Target, float>));
+  EXPECT_FALSE((TAKES<Target, double>));
+  EXPECT_FALSE((TAKES<Target, long double>));
+}
+
+TEST(AddAttr, DoesNotCompileWithAFraction) {
+  expect_whole_numbers_only<XmlDoc>();
+  expect_whole_numbers_only<XmlDoc::Elem>();
+}
 
 TEST(AddAttr, WritesTheValueBetweenQuotationMarks) {
   XmlDoc doc(u_r);

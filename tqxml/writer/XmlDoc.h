@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "tqutil/UString.h"
 #include "tqutil/XmlTag.h"
@@ -112,8 +113,11 @@ class TQXML_API XmlDoc {
   /// Raises NO_OPEN_ELEMENT_FOR_ATTRIBUTE when no start tag is open (text, a child, `inc_str()`
   /// complete it), NAMESPACE_AFTER_OUTPUT as `push_elem` does.
   void add_attr(XmlTag::Id name, UString const& value);
-  /// The same with a number in decimal.
+  /// The same with a whole number in decimal. A wider integer is cut to a `long`.
   void add_attr(XmlTag::Id name, long value);
+  /// A fraction would quietly be cut off.
+  template <class Number, std::enable_if_t<std::is_floating_point_v<Number>, int> = 0>
+  void add_attr(XmlTag::Id name, Number value) = delete;
 
   /// Appends text to the innermost open element, escaped by `escape` or as it is. May be called
   /// again and between children. Raises NO_OPEN_ELEMENT_FOR_BODY when no element is open.

@@ -2,6 +2,7 @@
 #define TQXML_WRITER_XMLDOCELEM_H
 
 #include <cstddef>
+#include <type_traits>
 #include <vector>
 
 #include "tqutil/UString.h"
@@ -75,8 +76,11 @@ class TQXML_API XmlDoc::Elem {
   /// Appends an attribute. The value must be safe to write, see `XmlDoc::escape_attr`. The same
   /// name may be added again.
   void add_attr(XmlTag::Id id, UString const& value);
-  /// The same with a number in decimal.
+  /// The same with a whole number in decimal. A wider integer is cut to a `long`.
   void add_attr(XmlTag::Id id, long value);
+  /// A fraction would quietly be cut off.
+  template <class Number, std::enable_if_t<std::is_floating_point_v<Number>, int> = 0>
+  void add_attr(XmlTag::Id id, Number value) = delete;
 
   /// Appends a text, escaped by `XmlDoc::escape` here and now or as it is, so that it may hold
   /// markup. Texts are never joined; the empty one is not added.
