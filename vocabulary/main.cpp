@@ -110,7 +110,8 @@ int check(CommandLine const& line) {
   for (NameList::Entry const& missing : missing_names(names, file, beside)) {
     std::cerr << missing.first.file << ':' << missing.first.line << ": "
               << (missing.is_attribute ? "attribute " : "element ") << to_string(missing.name)
-              << " is not in " << file.file << '\n';
+              << (missing.name.uri.empty() ? ", without a namespace, is not in " : " is not in ")
+              << file.file << '\n';
     well = false;
   }
   return well ? WELL : NOT_WELL;
