@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
 
 #include "numbers.h"
 #include "shop.h"
@@ -40,14 +42,16 @@ class Progress {
 };
 
 //! [item]
+// Attributes come in any order, and once: all are taken before it is seen what is missing.
 std::int64_t cents_of(SaxParser::Elem item) {
-  std::int64_t quantity = 0;
-  std::int64_t cents = 0;
+  std::optional<std::int64_t> quantity;
+  std::optional<std::int64_t> cents;
   for (auto attr = item.next_attr(); !attr.is_nil(); attr = item.next_attr()) {
     if (attr.tag() == shop::quantity) quantity = whole_number(attr.data());
     if (attr.tag() == shop::cents) cents = whole_number(attr.data());
   }
-  return quantity * cents;
+  if (!quantity || !cents) throw std::runtime_error("an item has no quantity or no price");
+  return *quantity * *cents;
 }
 //! [item]
 
