@@ -9,7 +9,7 @@ using Orn::DomParser;
 
 namespace {
 
-// The document of all the pieces below.
+//! [document]
 std::string const& document() {
   static std::string const text = R"(<order xmlns="urn:example:shop" xmlns:s="urn:example:shop"
     xmlns:p="urn:example:price" s:id="42" p:currency="EUR">
@@ -19,6 +19,7 @@ std::string const& document() {
 </order>)";
   return text;
 }
+//! [document]
 
 void demand() {
   section("demand");

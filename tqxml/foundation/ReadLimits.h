@@ -91,9 +91,9 @@ struct TQXML_API ReadLimits {
 
   /// Limits for documents from anyone. A DOCTYPE, what is external and unusual encodings are
   /// refused. 10,000,000 bytes, 1024 levels, 1024 attributes, 256 namespace declarations, 1,200
-  /// names of 65,536, texts of 10,000,000, attribute values of 500,000, and 8 MiB for a piece of
-  /// markup are allowed, and to those who allow a DOCTYPE after all 100 characters a byte from
-  /// 8,388,608 on, and entities 40 levels deep.
+  /// different names, each of up to 65,536 code units, texts of 10,000,000, attribute values of
+  /// 500,000, and 8 MiB for a piece of markup are allowed, and to those who allow a DOCTYPE after
+  /// all 100 characters a byte from 8,388,608 on, and entities 40 levels deep.
   static ReadLimits untrusted();
 };
 
