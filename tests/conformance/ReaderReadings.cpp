@@ -77,11 +77,10 @@ std::string complaint_of(SaxParser const& parser, StateException const& e) {
          parser.error_text().to_utf8();
 }
 
-}  // namespace
-
-Reading read_by_dom_parser(std::string const& xml) {
+template <class... Limits>
+Reading read_held(std::string const& xml, Limits const&... limits) {
   try {
-    DomParser parser(xml);
+    DomParser parser(xml, limits...);
     return {"", tree_below(parser.root())};
   } catch (RuntimeException const& e) {
     return {complaint_of(e), u""};
@@ -90,9 +89,10 @@ Reading read_by_dom_parser(std::string const& xml) {
   }
 }
 
-Reading read_by_sax_parser(std::string const& xml) {
+template <class... Limits>
+Reading read_streamed(std::string const& xml, Limits const&... limits) {
   std::istringstream in(xml);
-  SaxParser parser;
+  SaxParser parser(limits...);
   try {
     return {"", tree_below(parser.initialize(&in))};
   } catch (StateException const& e) {
@@ -100,6 +100,18 @@ Reading read_by_sax_parser(std::string const& xml) {
   } catch (std::exception const& e) {
     return {e.what(), u""};
   }
+}
+
+}  // namespace
+
+Reading read_by_dom_parser(std::string const& xml) { return read_held(xml); }
+Reading read_by_sax_parser(std::string const& xml) { return read_streamed(xml); }
+
+Reading read_by_dom_parser(std::string const& xml, Orn::ReadLimits const& limits) {
+  return read_held(xml, limits);
+}
+Reading read_by_sax_parser(std::string const& xml, Orn::ReadLimits const& limits) {
+  return read_streamed(xml, limits);
 }
 
 }  // namespace tests

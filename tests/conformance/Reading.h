@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/support/DocumentNames.h"
+#include "tqxml/foundation/ReadLimits.h"
 
 namespace tests {
 
@@ -20,6 +21,9 @@ struct Reading {
 /// The readers of the library, used as any program would.
 Reading read_by_dom_parser(std::string const& xml);
 Reading read_by_sax_parser(std::string const& xml);
+/// And within limits.
+Reading read_by_dom_parser(std::string const& xml, Orn::ReadLimits const& limits);
+Reading read_by_sax_parser(std::string const& xml, Orn::ReadLimits const& limits);
 
 /// The same as the parser under them sees it, with the settings of the reader and the way that it
 /// gives things: attributes from the last to the first, text without what a reader leaves out.
