@@ -26,7 +26,7 @@ std::size_t room_for(std::string const& other, std::size_t max_size) {
 }
 
 void set_one(Orn::ReadLimits& limits, fuzz::Input& steering) {
-  std::size_t const which = steering.below(13);
+  std::size_t const which = steering.below(15);
   std::uint64_t const value = steering.byte();
   switch (which) {
     case 0:
@@ -66,8 +66,14 @@ void set_one(Orn::ReadLimits& limits, fuzz::Input& steering) {
     case 11:
       limits.text = value;
       break;
-    default:
+    case 12:
       limits.attribute_value = value / 4;
+      break;
+    case 13:
+      limits.entity_depth = value / 16;
+      break;
+    default:
+      limits.amplification_floor = value * 256;
   }
 }
 
