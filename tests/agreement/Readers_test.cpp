@@ -13,6 +13,7 @@
 #include "tqxml/dom/DomParser.h"
 #include "tqxml/foundation/Catalogue.h"
 #include "tqxml/foundation/Exceptions.h"
+#include "tqxml/foundation/ReadLimits.h"
 #include "tqxml/sax/SaxParser.h"
 
 namespace tests {
@@ -20,6 +21,7 @@ namespace {
 
 using Orn::Catalogue;
 using Orn::DomParser;
+using Orn::ReadLimits;
 using Orn::RuntimeException;
 using Orn::SaxParser;
 using Orn::StateException;
@@ -249,6 +251,72 @@ TEST(BothReaders, DifferInWhatTheTreeRefusesAndTheScannerTakes) {
       EXPECT_EQ(e.message().index(), Catalogue::XERCES_DOM_EXCEPTION);
     }
   }
+}
+
+TEST(BothReaders, DifferInWhetherAnEmptyCdataSectionIsSomething) {
+  std::string const xml = "<r><![CDATA[]]></r>";
+  std::istringstream in(xml);
+  EXPECT_TRUE(SaxParser(in).root().is_empty());
+  EXPECT_FALSE(DomParser(xml).root().is_empty());
+}
+
+/// Documents of references that make too much of their own bytes, and of bytes that make up for it.
+class ManyReferences : public testing::Test {
+ protected:
+  ManyReferences() {
+    limits_.refuse_doctype = false;
+    // Less to read before it matters.
+    limits_.amplification_floor /= 10;
+    for (int i = 0; i < 900; ++i) references_ += "&e;";
+  }
+
+  static std::string document(std::string const& content) {
+    return "<!DOCTYPE r [<!ENTITY e '" + std::string(1000, 'x') + "'>]><r>" + content + "</r>";
+  }
+  bool is_held(std::string const& xml) const {
+    try {
+      return !DomParser(xml, limits_).root().is_nil();
+    } catch (RuntimeException const& e) {
+      EXPECT_TRUE(is_of_amplification(e.message().arg(3).text())) << e.what();
+      return false;
+    }
+  }
+  bool is_streamed(std::string const& xml) const {
+    std::istringstream in(xml);
+    SaxParser parser(limits_);
+    try {
+      EXPECT_EQ(parser.initialize(&in).data().length(), 900'000U);
+      return true;
+    } catch (StateException const& e) {
+      EXPECT_TRUE(is_of_amplification(parser.error_text())) << e.what();
+      return false;
+    }
+  }
+
+  std::string references_;
+  std::string const bytes_ = "<b>" + std::string(20'000, 'y') + "</b>";
+
+ private:
+  static bool is_of_amplification(UString const& complaint) {
+    return complaint.find(u"ReadLimits::amplification:", 0) == 0;
+  }
+
+  ReadLimits limits_ = ReadLimits::untrusted();
+};
+
+TEST_F(ManyReferences, WithoutManyBytesAreRefusedByBothReaders) {
+  EXPECT_FALSE(is_held(document(references_)));
+  EXPECT_FALSE(is_streamed(document(references_)));
+}
+
+TEST_F(ManyReferences, BehindManyBytesAreReadByBothReaders) {
+  EXPECT_TRUE(is_held(document(bytes_ + references_)));
+  EXPECT_TRUE(is_streamed(document(bytes_ + references_)));
+}
+
+TEST_F(ManyReferences, InFrontOfManyBytesAreReadByTheReaderThatKnowsOfThem) {
+  EXPECT_TRUE(is_held(document(references_ + bytes_)));
+  EXPECT_FALSE(is_streamed(document(references_ + bytes_)));
 }
 
 /// `xml` without one of its characters. What cannot be decoded is found sooner by the reader that
