@@ -138,6 +138,22 @@ TEST(ADomParserWithLimits, CanBeGivenATextThatIsGivenAway) {
   EXPECT_THROW(parser.root(), RuntimeException);
 }
 
+// At the end each entity is given copies of what its references brought, and the copies copies.
+TEST(ADomParserWithLimits, CountsTheCopiesOfEntitiesThatATreeMakes) {
+  std::string xml = "<!DOCTYPE r [<!ENTITY e '" + repeated(100, "<a/>") + "'><!ENTITY e0 '" +
+                    repeated(100, "&e;") + "'>";
+  for (int i = 1; i <= 40; ++i) {
+    xml += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+  }
+  ReadLimits limits;
+  limits.amplification = 100;
+  limits.amplification_floor = 8388608;
+  auto const crossing = LimitedDom::crossing(xml + "]><r>&e40;</r>", limits);
+  ASSERT_TRUE(crossing.has_value());
+  EXPECT_EQ(crossing->text,
+            limit_text("amplification: more than 100 characters for each byte that was read"));
+}
+
 TEST(ADomParserWithLimits, DeliversDocumentsWithinThemWhole) {
   DomParser parser("<r a='1'><a>x</a><a>y</a></r>", ReadLimits::untrusted());
   DomParser::Elem root = parser.root();

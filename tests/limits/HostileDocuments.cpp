@@ -124,6 +124,10 @@ std::vector<Document> hostile_dtds() {
                                                     number(i) + ";'>";
                                            }) +
                                   "]><r>&e12000;</r>"},
+      {"many defaults on many elements",
+       begin + "<!ATTLIST a" +
+           repeated(1000, [](int i) { return " a" + number(i) + " CDATA ''"; }) + ">]><r>" +
+           repeated(1000, "<a/>") + "</r>"},
       {"an entity with many levels", begin + "<!ENTITY e '" + repeated(100000, "<a>") +
                                          repeated(100000, "</a>") + "'>]><r>&e;</r>"},
   };

@@ -10,6 +10,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <xercesc/internal/XMLReader.hpp>
 
 #include "tqutil/STPException.h"
 #include "tqutil/UString.h"
@@ -53,8 +54,9 @@ class Canary {
  public:
   static constexpr char16_t SONG[] = u"what is in a file";
 
-  Canary() : path_(std::filesystem::temp_directory_path() / name()) {
-    std::ofstream(path_) << UString(SONG).to_utf8();
+  explicit Canary(std::string const& text = UString(SONG).to_utf8())
+      : path_(std::filesystem::temp_directory_path() / name()) {
+    std::ofstream(path_) << text;
   }
   Canary(Canary const&) = delete;
   Canary& operator=(Canary const&) = delete;
@@ -360,7 +362,29 @@ TYPED_TEST_P(LimitsContract, CountWhatEntitiesBringInMarkup) {
 TYPED_TEST_P(LimitsContract, CountTheDefaultsOfADtd) {
   std::string const value(100, 'v');
   this->expect_delivery("<!DOCTYPE r [<!ATTLIST a b CDATA '" + value + "'>]><r><a/><a/><a/></r>",
-                        3 + 3 * (3 + 1 + 100));
+                        3 + 3 * (3 + 1 + 100 + 500));
+}
+
+// What the parser reads an entity with is known by its size, which a text may have as well.
+TYPED_TEST_P(LimitsContract, DoNotTakeATextOfAnyLengthForAnEntity) {
+  constexpr std::size_t LENGTH = sizeof(xercesc::XMLReader) / sizeof(char16_t);
+  for (std::size_t length = LENGTH - 48; length <= LENGTH + 8; ++length) {
+    std::string const text(length, 'x');
+    for (std::string const& xml : {"<r>" + text + "</r>", "<r a='" + text + "'/>",
+                                   "<r><!--" + text + "--></r>", "<r><?a " + text + "?></r>"}) {
+      ASSERT_EQ(TypeParam::crossing(xml, this->with(&ReadLimits::entity_depth, 0)), std::nullopt)
+          << length << ' ' << xml.substr(0, 8);
+    }
+  }
+}
+
+TYPED_TEST_P(LimitsContract, TakeAnEntityOfManyElements) {
+  ReadLimits limits = ReadLimits::untrusted();
+  limits.refuse_doctype = false;
+  EXPECT_EQ(
+      TypeParam::crossing(
+          "<!DOCTYPE r [<!ENTITY e '" + repeated(40000, "<a/>") + "'>]>" + "<r>&e;</r>", limits),
+      std::nullopt);
 }
 
 TYPED_TEST_P(LimitsContract, CountReferencesWithinADtd) {
@@ -406,7 +430,7 @@ TYPED_TEST_P(LimitsContract, LetSmallDocumentsBeAmplifiedALot) {
   ReadLimits limits = ReadLimits::untrusted();
   limits.refuse_doctype = false;
   std::string const xml = "<!DOCTYPE r [<!ENTITY e '" + std::string(10000, 'x') + "'><!ENTITY f '" +
-                          repeated(100, "&e;") + "'>]><r>" + repeated(4, "<a>&f;</a>") + "</r>";
+                          repeated(100, "&e;") + "'>]><r>" + repeated(3, "<a>&f;</a>") + "</r>";
   EXPECT_EQ(TypeParam::crossing(xml, limits), std::nullopt);
 }
 
@@ -525,12 +549,30 @@ TYPED_TEST_P(LimitsContract, DoNotTakeWhatHasBeenDeliveredForMemoryOfMarkup) {
 
 // Where that were refused, the parser would lose the decoder.
 TYPED_TEST_P(LimitsContract, DoNotTakeWhatDecodesTheDocumentForMemoryOfMarkup) {
-  for (std::uint64_t memory = 0; memory < 100000; memory += 500) {
-    auto const crossing =
-        TypeParam::crossing("<?xml version='1.0' encoding='windows-1252'?>\n<r>\n</r>",
-                            this->with(&ReadLimits::markup_memory, memory));
-    if (crossing.has_value()) {
-      ASSERT_GT(crossing->line, 1U) << memory;
+  for (char const* encoding : {"windows-1252", "ISO-8859-15", "GB18030"}) {
+    std::string const begin = "<?xml version='1.0' encoding='" + std::string(encoding) + "'?>";
+    for (std::uint64_t memory = 0; memory < 100000; memory += 1000) {
+      auto const crossing = TypeParam::crossing(begin + "\n<r>\n</r>",
+                                                this->with(&ReadLimits::markup_memory, memory));
+      if (crossing.has_value()) {
+        ASSERT_GT(crossing->line, 1U) << encoding << ' ' << memory;
+      }
+    }
+  }
+}
+
+TYPED_TEST_P(LimitsContract, DoNotTakeWhatDecodesAnExternalEntityForMemoryOfMarkup) {
+  std::string const begin = "<?xml version='1.0' encoding='ISO-8859-15'?>\n";
+  Canary const text(begin + "<!-- -->");
+  for (std::string const& declared : {"e SYSTEM '" + text.uri() + "'>]>\n<r>\n&e;</r>",
+                                      "% e SYSTEM '" + text.uri() + "'>\n\n%e;]><r/>"}) {
+    // From what the parser needs to come there to what is enough, the least of which decodes.
+    for (std::uint64_t memory = 100000; memory < 600000; memory += 4000) {
+      auto const crossing = TypeParam::crossing("<!DOCTYPE r [<!ENTITY " + declared,
+                                                this->with(&ReadLimits::markup_memory, memory));
+      if (crossing.has_value()) {
+        ASSERT_GT(crossing->line, 1U) << memory;
+      }
     }
   }
 }
@@ -603,7 +645,8 @@ REGISTER_TYPED_TEST_SUITE_P(
     MeasureCommentsAndInstructionsAsTexts, DoNotAddUpTheTextsOfDifferentElements,
     MeasureAttributeValuesWithTheirReferencesResolved, CountWhatEntitiesBringToTexts,
     CountReferencesThatBringNothing, CountWhatEntitiesBringToAttributes,
-    CountWhatEntitiesBringInMarkup, CountTheDefaultsOfADtd, CountReferencesWithinADtd,
+    CountWhatEntitiesBringInMarkup, CountTheDefaultsOfADtd, DoNotTakeATextOfAnyLengthForAnEntity,
+    TakeAnEntityOfManyElements, CountReferencesWithinADtd,
     CompareWhatIsDeliveredWithTheBytesOfTheDocument,
     DoNotCountReferencesToCharactersNorPredefinedEntities,
     LetDocumentsOfPlainTextBeAtAnAmplificationOfOne, LetSmallDocumentsBeAmplifiedALot,
@@ -611,9 +654,11 @@ REGISTER_TYPED_TEST_SUITE_P(
     StopMarkupBeforeItHasBeenReadWhole, StopNamesBeforeTheyHaveBeenReadWhole,
     StopAttributesBeforeAllHaveBeenRead, StopDeclarationsBeforeAllHaveBeenRead,
     DoNotTakeWhatHasBeenDeliveredForMemoryOfMarkup,
-    DoNotTakeWhatDecodesTheDocumentForMemoryOfMarkup, TakeTheTextThatTheParserCollectsForMarkup,
-    ForUntrustedDocumentsAreTheOnesThatAreDocumented, ForUntrustedDocumentsLetLargeOnesPass,
-    LeaveMalformedDocumentsToTheParser, DoNotChangeWhatIsRead);
+    DoNotTakeWhatDecodesTheDocumentForMemoryOfMarkup,
+    DoNotTakeWhatDecodesAnExternalEntityForMemoryOfMarkup,
+    TakeTheTextThatTheParserCollectsForMarkup, ForUntrustedDocumentsAreTheOnesThatAreDocumented,
+    ForUntrustedDocumentsLetLargeOnesPass, LeaveMalformedDocumentsToTheParser,
+    DoNotChangeWhatIsRead);
 
 }  // namespace tests
 

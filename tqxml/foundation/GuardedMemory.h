@@ -25,10 +25,16 @@ class GuardedMemory : public xercesc::MemoryManager {
   /// In front of each block, and counted with it.
   struct alignas(std::max_align_t) Block {
     std::size_t size;
+    /// Whether it is what the parser reads the document or an entity with.
+    bool is_reader;
   };
+
+  bool is_reader(XMLSize_t size) const;
 
   LimitGuard& guard_;
   ParserMemory memory_;
+  /// Of the block that was asked for last.
+  XMLSize_t previous_size_ = 0;
 };
 
 }  // namespace Orn

@@ -18,9 +18,10 @@ class ParserGuard : public xercesc::XMLEntityResolver {
  public:
   explicit ParserGuard(ReadLimits const& limits) : guard(limits) {}
 
-  /// Refuses whatever Xerces is about to open.
+  /// Is told of whatever Xerces is about to open, and leaves that to it.
   xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* /*resource*/) override {
     guard.external_entity();
+    return nullptr;
   }
 
   LimitGuard guard;
@@ -35,10 +36,8 @@ class GuardedParser : public Parser {
   template <class... Args>
   explicit GuardedParser(ParserGuard& parser_guard, Args&&... args)
       : Parser(std::forward<Args>(args)...), guard_(parser_guard.guard) {
-    if (guard_.limits().refuse_external) {
-      this->setXMLEntityResolver(&parser_guard);
-      this->setDisableDefaultEntityResolution(true);
-    }
+    this->setXMLEntityResolver(&parser_guard);
+    this->setDisableDefaultEntityResolution(guard_.limits().refuse_external);
   }
 
   void startDocument() override {
@@ -57,7 +56,11 @@ class GuardedParser : public Parser {
   }
 
   void endDocument() override {
-    Parser::endDocument();
+    {
+      // A tree is given a copy of each of its entities.
+      LimitGuard::Copying const copying(guard_);
+      Parser::endDocument();
+    }
     guard_.end();
   }
 
@@ -78,8 +81,11 @@ class GuardedParser : public Parser {
 
   void startEntityReference(xercesc::XMLEntityDecl const& decl) override {
     guard_.entity_in_content(decl.getValueLen());
-    LimitGuard::Delivery const delivery(guard_);
-    Parser::startEntityReference(decl);
+    {
+      LimitGuard::Delivery const delivery(guard_);
+      Parser::startEntityReference(decl);
+    }
+    if (decl.isExternal()) guard_.expect_decoder();
   }
 
   void startElement(xercesc::XMLElementDecl const& decl, unsigned int uri_id, XMLCh const* prefix,

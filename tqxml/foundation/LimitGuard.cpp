@@ -14,8 +14,9 @@ namespace {
 constexpr char ADVICE[] =
     "; refuse the document, or read it again with another limit if you trust its source";
 
-// Before anything is delivered the parser makes the decoder of the encoding that is declared, with
-// a table of 64 KiB. It is no markup, and if it were refused, the parser would lose a part of it.
+// Before anything is delivered of a document or an external entity, the parser makes the decoder of
+// the encoding that is declared, with a table of 64 KiB. It is no markup, and if it were refused,
+// the parser would lose a part of it.
 constexpr std::uint64_t DECODING_MEMORY = 131'072;
 
 std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLen(text); }
@@ -37,9 +38,23 @@ void LimitGuard::bytes(std::uint64_t count) {
   check(bytes_, limits_.bytes, "bytes", "bytes");
 }
 
-void LimitGuard::check_memory(std::size_t more) const {
+bool LimitGuard::opens_input(bool has_stream) const noexcept {
+  if (place_ == nullptr) return open_inputs_ == 0;
+  return !delivering_ && (has_stream || opens_external_);
+}
+
+void LimitGuard::input_opened() noexcept {
+  ++open_inputs_;
+  if (std::exchange(opens_external_, false)) expect_decoder();
+}
+
+void LimitGuard::expect_decoder() noexcept { settled_memory_ += DECODING_MEMORY; }
+
+// Nodes are put into blocks that hold many: one is counted when it is full.
+void LimitGuard::check_memory(std::size_t more) {
+  if (copying_) deliver(std::exchange(copied_, more / sizeof(char16_t)));
   std::uint64_t const needed = memory_ + more;
-  if (place_ == nullptr || delivering_ || needed <= settled_memory_) return;
+  if (place_ == nullptr || delivering_ || copying_ || needed <= settled_memory_) return;
   check(needed - settled_memory_, limits_.markup_memory, "markup_memory",
         "bytes of memory for a piece of markup");
 }
@@ -56,8 +71,9 @@ void LimitGuard::doctype(bool has_external_subset) {
   }
 }
 
-void LimitGuard::external_entity() const {
-  cross("refuse_external", "a reference to an external entity");
+void LimitGuard::external_entity() {
+  if (limits_.refuse_external) cross("refuse_external", "a reference to an external entity");
+  opens_external_ = true;
 }
 
 void LimitGuard::entity_declared(std::uint64_t length) noexcept {
@@ -101,7 +117,7 @@ void LimitGuard::attribute(xercesc::XMLAttr const& attribute) {
   std::uint64_t const value_length = length_of(attribute.getValue());
   check(value_length, limits_.attribute_value, "attribute_value",
         "characters in an attribute value");
-  deliver(name_length + value_length);
+  deliver(name_length + value_length + (attribute.getSpecified() ? 0 : ReadLimits::DEFAULT_COST));
 }
 
 void LimitGuard::declaration(xercesc::XMLAttr const& attribute) {

@@ -49,12 +49,17 @@ class LimitGuard {
 
   // What the parser reads from, the document or an entity.
 
-  void input_opened() noexcept { ++open_inputs_; }
+  /// Whether this is a moment in which the parser opens the document, something external, or an
+  /// entity of the document, for which it has just made a stream.
+  bool opens_input(bool has_stream) const noexcept;
+  void input_opened() noexcept;
   void input_closed() noexcept { --open_inputs_; }
+  /// Something external has been opened, and its decoder may be about to be made.
+  void expect_decoder() noexcept;
 
   // Memory of the parser, which is limited while it scans and has not delivered what it found.
 
-  void check_memory(std::size_t more) const;
+  void check_memory(std::size_t more);
   void take_memory(std::size_t size) noexcept { memory_ += size; }
   void give_back_memory(std::size_t size) noexcept { memory_ -= size; }
 
@@ -74,12 +79,26 @@ class LimitGuard {
     LimitGuard& guard_;
   };
 
+  /// There while entities are copied that have been delivered: more of what they bring, and none of
+  /// what comes next.
+  class Copying {
+   public:
+    explicit Copying(LimitGuard& guard) noexcept : guard_(guard) { guard_.copying_ = true; }
+    Copying(Copying const&) = delete;
+    Copying& operator=(Copying const&) = delete;
+    ~Copying() { guard_.copying_ = false; }
+
+   private:
+    LimitGuard& guard_;
+  };
+
   // Events of the parser, in the order of the document.
 
   /// `name` is what the document declares; empty when it declares none.
   void encoding(XMLCh const* name) const;
   void doctype(bool has_external_subset);
-  [[noreturn]] void external_entity() const;
+  /// Something external is about to be opened.
+  void external_entity();
   /// An entity is declared, with so many characters.
   void entity_declared(std::uint64_t length) noexcept;
   /// A reference to an entity, wherever it stands, is about to be followed.
@@ -125,7 +144,11 @@ class LimitGuard {
   std::uint64_t longest_entity_ = 0;
   std::uint64_t memory_ = 0;
   std::uint64_t settled_memory_ = 0;
+  bool opens_external_ = false;
   bool delivering_ = false;
+  bool copying_ = false;
+  /// As how many characters the block counts that copies are being made in.
+  std::uint64_t copied_ = 0;
   std::uint64_t namespaces_ = 0;
   /// One for each open element.
   std::vector<Level> levels_;

@@ -46,9 +46,11 @@ struct TQXML_API ReadLimits {
   /// How many characters a document may make of each byte of its own, from `amplification_floor`
   /// characters on: text, values and markup as they are after entities have been put in, defaults
   /// of a DTD included, and besides, for each reference to an entity, REFERENCE_COST and the length
-  /// of the entity; outside of content, where it is not known which one it is, of the longest. The
-  /// predefined entities and references to characters are none. 0 counts as 1, which a document
-  /// without entities never exceeds.
+  /// of the entity; outside of content, where it is not known which one it is, of the longest; for
+  /// each default, DEFAULT_COST; and with a DomParser half the bytes of the copies that its tree
+  /// makes of entities at the end. The predefined entities and references to characters are none. 0
+  /// counts as 1, which a document without a DOCTYPE does not exceed in one of the usual encodings.
+  /// A DomParser compares with all bytes of the document, a SaxParser with those that it has read.
   std::uint64_t amplification = NONE;
   /// Up to how many characters `amplification` does not matter.
   std::uint64_t amplification_floor = 0;
@@ -67,13 +69,14 @@ struct TQXML_API ReadLimits {
   /// How many bytes of memory the parser may take for a piece of markup that it has not delivered:
   /// a tag with its attributes, a comment, an instruction, a CDATA section, a DOCTYPE with its
   /// declarations. It stops markup whose end does not come, before one of the lengths below can be
-  /// told. The memory is several times the length. A text is collected as well, in pieces of up to
-  /// 1,048,576, for which 7 MiB are enough. Up to the first delivery there are 128 KiB more, for
-  /// what decodes the document.
+  /// told. The memory is several times the length: with 8 MiB a comment may have some two million
+  /// characters. A text is collected as well, in pieces of up to 1,048,576, for which 7 MiB are
+  /// enough. At the beginning of the document and of an external entity there are 128 KiB more, for
+  /// what decodes it.
   std::uint64_t markup_memory = NONE;
   /// How many different names of elements and attributes, each with its prefix, and of namespaces
-  /// there may be. A parser keeps all of them, and takes time in proportion to their square where
-  /// they are chosen for that.
+  /// there may be outside of a DTD. A parser keeps all of them, and takes time in proportion to
+  /// their square where they are chosen for that.
   std::uint64_t names = NONE;
   /// How long the name of an element, an attribute or an instruction may be, its prefix included.
   /// This and the lengths that follow are not about what is inside of a DTD, where only
@@ -88,6 +91,9 @@ struct TQXML_API ReadLimits {
   /// As how many characters a reference to an entity counts besides those of the entity: about as
   /// many as the parser could read in the time that it takes.
   static constexpr std::uint64_t REFERENCE_COST = 100;
+  /// As how many characters an attribute that only the DTD gives an element counts besides its own:
+  /// a tree takes about as much memory for either.
+  static constexpr std::uint64_t DEFAULT_COST = 500;
 
   /// Limits for documents from anyone. A DOCTYPE, what is external and unusual encodings are
   /// refused. 10,000,000 bytes, 1024 levels, 1024 attributes, 256 namespace declarations, 1,200
