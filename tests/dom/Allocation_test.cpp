@@ -11,12 +11,14 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "tests/support/ReaderTest.h"
+#include "tests/support/SmallLimits.h"
+#include "tests/support/Walk.h"
 #include "tqxml/dom/DomParser.h"
 #include "tqxml/foundation/Catalogue.h"
 #include "tqxml/foundation/Exceptions.h"
 #include "tqxml/writer/XmlDoc.h"
 
-// In this program any allocation can be made to fail. Blocks are counted but for those of Xerces:
+// In this program any allocation can be made to fail. Blocks are counted, those of Xerces apart:
 // when memory runs out it leaves its own objects behind on purpose.
 
 namespace {
@@ -24,6 +26,7 @@ namespace {
 /// How many allocations succeed before one fails; negative when none is to fail.
 long before_failure = -1;
 long blocks_in_use = 0;
+long blocks_of_xerces_in_use = 0;
 
 bool fails_now() { return before_failure >= 0 && before_failure-- == 0; }
 
@@ -34,9 +37,14 @@ class MemoryOfXerces : public xercesc::MemoryManager {
   void* allocate(XMLSize_t size) override {
     void* const block = fails_now() ? nullptr : std::malloc(size);
     if (block == nullptr) throw xercesc::OutOfMemoryException();
+    ++blocks_of_xerces_in_use;
     return block;
   }
-  void deallocate(void* block) override { std::free(block); }
+  void deallocate(void* block) override {
+    if (block == nullptr) return;
+    --blocks_of_xerces_in_use;
+    std::free(block);
+  }
 };
 
 MemoryOfXerces memory_of_xerces;
@@ -203,6 +211,43 @@ TEST_F(AllocationFailure, InAParseIsAFailureThatCallersKnowAndTheNextTextIsParse
   EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
 }
 
+/// Asks a parser again that may have failed.
+struct ParseAskedAgain {
+  static std::string xml() {
+    std::string xml = "<r>";
+    for (int i = 0; i < 1000; ++i) xml += "<a b='1'>text</a>";
+    return xml + "</r>";
+  }
+  /// Of each child its value, its text, and its start tag in the text of the root.
+  static constexpr unsigned int WHOLE = 1000 * (1 + 4 + 3);
+
+  DomParser parser{xml()};
+
+  void call() { parser.root(); }
+  void use() {
+    DomParser::Elem const root = parser.root();
+    if (root.is_nil()) {
+      ++nils;
+      return;
+    }
+    EXPECT_EQ(root.tag(), tag::r);
+    unsigned int const seen = walk(root).length();
+    EXPECT_LE(seen, WHOLE);
+    ++(seen == WHOLE ? wholes : parts);
+  }
+
+  static inline int nils = 0, parts = 0, wholes = 0;
+};
+
+TEST_F(AllocationFailure, InAParseLeavesItsPartToThoseWhoAskAgainAndWithoutOneItIsParsedAnew) {
+  Outcomes const outcomes = with_failing_allocations<ParseAskedAgain>();
+  EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
+  EXPECT_GT(ParseAskedAgain::nils, 0);
+  EXPECT_GT(ParseAskedAgain::parts, 0);
+  // One is that without a failure.
+  EXPECT_GT(ParseAskedAgain::wholes, 1);
+}
+
 struct ParseWithinLimits {
   static ReadLimits limits() {
     ReadLimits limits = ReadLimits::untrusted();
@@ -259,6 +304,27 @@ TEST_F(AllocationFailure, InTheSettingOfANewTextIsAFailureThatCallersKnow) {
   Outcomes const outcomes = with_failing_allocations<NewText>();
   EXPECT_THAT(outcomes.of_call, IsSubsetOf({"success", "std::bad_alloc", "ZEMKA0676E"}));
   EXPECT_THAT(outcomes.of_use, ElementsAre("success"));
+}
+
+using Allocations = AllocationFailure;
+
+TEST_F(Allocations, AreAllFreedWhateverLimitIsCrossed) {
+  for (std::string const& xml : documents_beyond_small_limits()) {
+    SCOPED_TRACE(xml.substr(0, 60));
+    long const blocks = blocks_in_use, xerces_blocks = blocks_of_xerces_in_use;
+    {
+      DomParser parser(xml, small_limits());
+      try {
+        parser.root();
+        ADD_FAILURE() << "it was read";
+      } catch (RuntimeException const& e) {
+        EXPECT_EQ(e.message().arg(3).text().find(u"ReadLimits::", 0), 0U) << e.what();
+      }
+      EXPECT_GT(blocks_of_xerces_in_use, xerces_blocks);
+    }
+    EXPECT_EQ(blocks_in_use, blocks);
+    EXPECT_EQ(blocks_of_xerces_in_use, xerces_blocks);
+  }
 }
 
 TEST_F(AllocationFailure, InNavigationIsStdBadAlloc) {

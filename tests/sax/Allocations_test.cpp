@@ -7,13 +7,13 @@
 #include <iterator>
 #include <new>
 #include <string>
-#include <vector>
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "tests/sax/Source.h"
 #include "tests/support/Raises.h"
+#include "tests/support/SmallLimits.h"
 #include "tests/support/TestTags.h"
 #include "tqxml/foundation/Catalogue.h"
 #include "tqxml/sax/SaxParser.h"
@@ -239,33 +239,12 @@ TEST_F(Allocations, AreAllFreedWhateverTheDocumentFailsOf) {
 }
 
 TEST_F(Allocations, AreAllFreedWhateverLimitIsCrossed) {
-  std::string const long_name(300000, 'x');
-  std::string attributes;
-  for (int i = 0; i < 5000; ++i) attributes += " a" + std::to_string(i) + "=''";
-  std::string const doctype = "<!DOCTYPE r [<!ENTITY e '0123456789'><!ENTITY f '&e;&e;&e;&e;'>]>";
-  ReadLimits limits;
-  limits.amplification = 1;
-  limits.depth = 5;
-  limits.markup_memory = 500000;
-  limits.bytes = 400000;
-  std::vector<std::string> documents{
-      "<r><a><a><a><a><a>",
-      doctype + "<r>&f;</r>",
-      doctype + "<r a='&f;'/>",
-      doctype.substr(0, doctype.size() - 2) + "<!ENTITY % p ''>%p;%p;%p;]><r/>",
-      "<r>" + std::string(400000, ' '),
-      "<r>" + std::string(400, ' ') + "<a" + attributes,
-  };
-  for (char const* begin : {"<", "<r><a ", "<r><a b='", "<r><!--", "<r><?x ", "<r><![CDATA[",
-                            "<!DOCTYPE r [<!ENTITY e '", "<!DOCTYPE r PUBLIC '"}) {
-    documents.push_back(begin + long_name);
-  }
-  for (std::string const& xml : documents) {
+  for (std::string const& xml : documents_beyond_small_limits()) {
     SCOPED_TRACE(xml.substr(0, 60));
     long const blocks = blocks_in_use, xerces_blocks = memory_of_xerces.blocks();
     {
       Source source(xml);
-      SaxParser parser(limits);
+      SaxParser parser(small_limits());
       EXPECT_THROW(parser.initialize(&source).data(), StateException);
       EXPECT_EQ(parser.error_text().find(u"ReadLimits::", 0), 0U) << parser.error_text();
     }

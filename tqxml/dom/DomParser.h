@@ -73,9 +73,10 @@ class TQXML_API DomParser {
   /// element.
   /// Raises RuntimeException when the parse fails: XERCES_SAX_PARSE_EXCEPTION, with line and column
   /// from 1, for a document that is not well-formed or goes beyond a limit; otherwise
-  /// XERCES_XML_EXCEPTION, XERCES_DOM_EXCEPTION or UNRECOGNIZED_XERCES_EXCEPTION (also when memory
-  /// runs out). The parser can be given another text then; asked again without one, it answers with
-  /// the part of the document that was built before the failure, if there is one, which may be nil.
+  /// XERCES_XML_EXCEPTION, XERCES_DOM_EXCEPTION or UNRECOGNIZED_XERCES_EXCEPTION. When memory runs
+  /// out it is the last of these or std::bad_alloc. The parser can be given another text then;
+  /// asked again without one, it answers with the part of the document that was built before the
+  /// failure, which may be nil, and parses anew when none was begun.
   Elem root();
 
  private:
