@@ -437,6 +437,8 @@ TYPED_TEST_P(LimitsContract, LetSmallDocumentsBeAmplifiedALot) {
 TYPED_TEST_P(LimitsContract, StopEntitiesThatAreDefinedByOneAnother) {
   ReadLimits limits = ReadLimits::untrusted();
   limits.refuse_doctype = false;
+  // Less to read before it matters.
+  limits.amplification_floor /= 10;
   std::string entities = "<!ENTITY e0 'lol'>";
   for (int i = 1; i < 10; ++i) {
     std::string const reference = "&e" + std::to_string(i - 1) + ";";
