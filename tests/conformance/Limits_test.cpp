@@ -4,17 +4,11 @@
 #include <filesystem>
 #include <set>
 #include <string>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLNetAccessor.hpp>
 
 #include "tests/conformance/CatchAll.h"
 #include "tests/conformance/Files.h"
 #include "tests/conformance/Reading.h"
-
-// Debian's Xerces-C++ 3.2.4 loses what it knows of each external DTD, a hundred bytes or so.
-extern "C" [[gnu::visibility("default")]] char const* __lsan_default_suppressions() {
-  return "leak:xercesc_3_2::XMLScanner::scanProlog\n";
-}
+#include "tests/conformance/Surroundings.h"
 
 namespace tests {
 namespace {
@@ -29,8 +23,7 @@ class Sample : public testing::Test {
   void SetUp() override {
     if (!fs::exists(FOLDER)) GTEST_SKIP() << "skipped: there is no " << FOLDER;
     enter_catch_all();
-    delete xercesc::XMLPlatformUtils::fgNetAccessor;
-    xercesc::XMLPlatformUtils::fgNetAccessor = nullptr;
+    leave_the_network();
   }
   void TearDown() override { fs::current_path(home_); }
 

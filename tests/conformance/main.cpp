@@ -4,21 +4,15 @@
 #include <map>
 #include <string>
 #include <vector>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLNetAccessor.hpp>
 
 #include "tests/conformance/Collections.h"
 #include "tests/conformance/Examination.h"
+#include "tests/conformance/Surroundings.h"
 
 // conformance [--renew] CORPUS RECORDS [COLLECTION]
 // Has both readers read the documents of the collections (all by default) in the folder CORPUS,
 // prints how far they do what the parser under them does, and compares what they did with the
 // records in the folder RECORDS; with --renew writes those. Ends with 77 when nothing is there.
-
-// Debian's Xerces-C++ 3.2.4 loses what it knows of each external DTD, a hundred bytes or so.
-extern "C" [[gnu::visibility("default")]] char const* __lsan_default_suppressions() {
-  return "leak:xercesc_3_2::XMLScanner::scanProlog\n";
-}
 
 namespace tests {
 namespace {
@@ -128,9 +122,7 @@ int main_of(std::vector<std::string> arguments) {
   }
   fs::path const corpus = fs::absolute(arguments[0]);
   fs::path const records = fs::absolute(arguments[1]);
-  // The same everywhere, whether there is a network or not.
-  delete xercesc::XMLPlatformUtils::fgNetAccessor;
-  xercesc::XMLPlatformUtils::fgNetAccessor = nullptr;
+  leave_the_network();
   int status = SKIPPED;
   for (Collection const& collection : COLLECTIONS) {
     if (arguments.size() == 3 && arguments[2] != collection.name) continue;

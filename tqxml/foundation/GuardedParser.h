@@ -18,7 +18,7 @@ class ParserGuard : public xercesc::XMLEntityResolver {
  public:
   explicit ParserGuard(ReadLimits const& limits) : guard(limits) {}
 
-  /// Is told of whatever Xerces is about to open, and leaves that to it.
+  /// Refuses whatever Xerces is about to open, or leaves it to Xerces.
   xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* /*resource*/) override {
     guard.external_entity();
     return nullptr;

@@ -25,7 +25,8 @@ std::uint64_t length_of(XMLCh const* text) { return xercesc::XMLString::stringLe
 
 void LimitGuard::begin(xercesc::Locator const* place) noexcept {
   place_ = place;
-  settled_memory_ = memory_ + DECODING_MEMORY;
+  settle();
+  expect_decoder();
 }
 
 std::size_t LimitGuard::bytes_to_read(std::size_t wanted) const noexcept {

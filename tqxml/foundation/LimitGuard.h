@@ -54,7 +54,7 @@ class LimitGuard {
   bool opens_input(bool has_stream) const noexcept;
   void input_opened() noexcept;
   void input_closed() noexcept { --open_inputs_; }
-  /// Something external has been opened, and its decoder may be about to be made.
+  /// The document or something external has been opened, and its decoder may be about to be made.
   void expect_decoder() noexcept;
 
   // Memory of the parser, which is limited while it scans and has not delivered what it found.
